@@ -1,0 +1,50 @@
+#include "export/channel_counters.h"
+
+#include "model/network.h"
+#include "model/runtime_error.h"
+#include "model/transmission_mode.h"
+
+namespace velmora {
+
+namespace {
+
+void Increment(std::int16_t& counter) {
+    if (counter == INT16_MAX) {
+        throw RuntimeError(ErrorCode::Overflow, "contatori dei canali");
+    }
+    ++counter;
+}
+
+} // namespace
+
+void RecountAfterLoad(const Network& network, ChannelCounters& counters) {
+    counters.txSlow = 0;
+    counters.rxSlow = 0;
+    counters.txFast = 0;
+    counters.rxFast = 0;
+    for (int slot = 0; slot <= kLastSlot; ++slot) {
+        const Node& node = network.NodeAt(slot);
+        if (node.InUse == 0 || node.Configured == 0) {
+            continue;
+        }
+        int p = 0;
+        for (; p <= kLastPdo && node.PdoAt(p).Direction == PdoDirection::Tx; ++p) {
+            const std::string& mode = node.PdoAt(p).Settings.Mode;
+            if (mode == TransmissionMode::Fast) {
+                Increment(counters.txFast);
+            } else if (mode == TransmissionMode::Slow) {
+                Increment(counters.txSlow);
+            }
+        }
+        for (; p <= kLastPdo && node.PdoAt(p).Direction == PdoDirection::Rx; ++p) {
+            const std::string& mode = node.PdoAt(p).Settings.Mode;
+            if (mode == TransmissionMode::Fast) {
+                Increment(counters.rxFast);
+            } else if (mode == TransmissionMode::Slow) {
+                Increment(counters.rxSlow);
+            }
+        }
+    }
+}
+
+} // namespace velmora

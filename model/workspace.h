@@ -1,0 +1,31 @@
+#pragma once
+
+// The state that lives as long as the program: the network, the channel counters, the
+// application folder and the configuration's modified mark. The GUI and velmora-cli each own
+// one Workspace and pass it, or the parts of it an operation needs, to the core.
+
+#include "export/channel_counters.h"
+#include "model/network.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace velmora {
+
+struct Workspace {
+    // The application folder, without a trailing separator. It holds eds/, lib/, help/ and
+    // receives "Dummy.$$$" and "prova".
+    std::string AppDirectory;
+    Network Net;
+    ChannelCounters Channels;
+    // -1 while the network has changes that are not on disk.
+    std::int16_t Modified = 0;
+    // The "*.eds" files of the EDS folder, as the add-node dialog offers them.
+    std::vector<std::string> EdsFiles;
+
+    // The application folder followed by "/eds/".
+    std::string EdsDirectory() const;
+};
+
+} // namespace velmora

@@ -1,0 +1,238 @@
+#include "storage/configuration_file.h"
+
+#include "model/network.h"
+#include "model/numeric.h"
+#include "model/paths.h"
+#include "model/runtime_error.h"
+#include "model/text.h"
+#include "model/workspace.h"
+#include "storage/record_io.h"
+
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+#include <utility>
+
+namespace velmora {
+
+namespace {
+
+// One definition of the field order for both directions: Io is RecordWriter with a const
+// Node, or RecordReader with a mutable one.
+template <typename Io, typename NodeRef> void VisitNode(Io& io, NodeRef& node) {
+    io.Field(node.EdsName);
+    io.Field(node.TxPdoCount);
+    io.Field(node.RxPdoCount);
+    io.Field(node.ParameterCount);
+    io.Field(node.Configured);
+    io.Field(node.Expanded);
+    io.Field(node.ParameterFolderExpanded);
+    io.Field(node.InUse);
+    for (auto& pdo : node.Pdos) {
+        io.Field(pdo.DefaultCobId);
+        io.Field(pdo.Used);
+        io.Field(pdo.Note);
+        io.Field(pdo.Direction);
+        io.Field(pdo.OwnerSlot);
+        io.Field(pdo.PdoNumber);
+        io.Field(pdo.Block.CobId);
+        io.Field(pdo.Block.Comm);
+        io.Field(pdo.Block.Inhibit);
+        io.Field(pdo.Block.Event);
+        io.Field(pdo.Block.NoMapping);
+        auto& settings = pdo.Settings;
+        io.Field(settings.CobId);
+        io.Field(settings.EventTime);
+        io.Field(settings.InhibitTime);
+        io.Field(settings.Comm);
+        io.Field(settings.Mode);
+        io.Field(settings.Bytes);
+        io.Field(settings.Pcfg);
+        io.Field(settings.MappingCount);
+        for (auto& mapping : settings.Mappings) {
+            io.Field(mapping.Vcb);
+            io.Field(mapping.ObjectIndex);
+            io.Field(mapping.SubIndex);
+            io.Field(mapping.Length);
+            io.Field(mapping.Used);
+        }
+    }
+    for (auto& parameter : node.Parameters) {
+        io.Field(parameter.Name);
+        io.Field(parameter.ObjectIndex);
+        io.Field(parameter.SubIndex);
+        io.Field(parameter.ByteCount);
+        io.Field(parameter.Value);
+        io.Field(parameter.Used);
+    }
+    io.Field(node.Reserved);
+    io.Field(node.repetitions);
+    io.Field(node.repetitionTime);
+}
+
+void WriteRecord(std::ofstream& file, RecordWriter& writer, const Node& node,
+                 const std::string& path) {
+    writer.Reset();
+    WriteNodeRecord(writer, node);
+    file.write(writer.Bytes().data(), static_cast<std::streamsize>(writer.Bytes().size()));
+    if (!file) {
+        throw RuntimeError(ErrorCode::PathFileAccess, "scrittura di " + path);
+    }
+}
+
+// Opens path for binary reading; a missing file or a folder is a RuntimeError.
+std::ifstream OpenForReading(const std::string& path) {
+    std::error_code error;
+    const auto fsPath = ToFsPath(path);
+    if (std::filesystem::is_directory(fsPath, error)) {
+        throw RuntimeError(ErrorCode::PathFileAccess, path + " è una cartella");
+    }
+    std::ifstream file(fsPath, std::ios::binary);
+    if (!file) {
+        throw RuntimeError(ErrorCode::FileNotFound, path);
+    }
+    return file;
+}
+
+// Reads one whole record; false when fewer bytes remain.
+bool ReadRecord(std::ifstream& file, std::string& record) {
+    record.resize(kConfigurationRecordLength);
+    file.read(record.data(), static_cast<std::streamsize>(record.size()));
+    const auto got = static_cast<std::size_t>(file.gcount());
+    record.resize(got);
+    return got == kConfigurationRecordLength;
+}
+
+bool HasFormatMark(const Node& record) {
+    return ReadNumber(record.Parameters[3].Value) == 1.0 &&
+           ReadNumber(record.Parameters[4].Value) == 1.0 &&
+           ReadNumber(record.Parameters[5].Value) == 0.0;
+}
+
+[[noreturn]] void Truncated(const std::string& path) {
+    throw RuntimeError(ErrorCode::BadRecordLength, path + ": record incompleto");
+}
+
+} // namespace
+
+void WriteNodeRecord(RecordWriter& writer, const Node& node) { VisitNode(writer, node); }
+
+void ReadNodeRecord(RecordReader& reader, Node& node) { VisitNode(reader, node); }
+
+void SaveConfiguration(Network& network, const std::string& directory, const std::string& name) {
+    if (!directory.empty()) {
+        network.Directory = directory;
+        network.FileName = name;
+    }
+    const std::string path = network.Directory + network.FileName;
+    // The name already ends in ".nodi", so this removes a "name.nodi.nodi" left behind;
+    // truncating the target below is what empties it.
+    std::error_code ignored;
+    std::filesystem::remove(ToFsPath(path + ".nodi"), ignored);
+
+    std::ofstream file(ToFsPath(path), std::ios::binary | std::ios::trunc);
+    if (!file) {
+        throw RuntimeError(ErrorCode::PathFileAccess, path);
+    }
+    RecordWriter writer(kConfigurationRecordLength);
+
+    Node mark;
+    mark.Parameters[3].Value = "1";
+    mark.Parameters[4].Value = "1";
+    mark.Parameters[5].Value = "0";
+    WriteRecord(file, writer, mark, path);
+    WriteRecord(file, writer, network.ExportSettings, path);
+
+    // The walk stops when NodeCount nodes are written; a NodeCount larger than the nodes in
+    // use runs it past slot 500, which NodeAt refuses.
+    int written = 0;
+    for (int slot = 0; written != network.NodeCount; ++slot) {
+        const Node& node = network.NodeAt(slot);
+        if (node.InUse != 0) {
+            ++written;
+            WriteRecord(file, writer, node, path);
+        }
+    }
+    file.close();
+    if (!file) {
+        throw RuntimeError(ErrorCode::PathFileAccess, "scrittura di " + path);
+    }
+    network.Saved = kTrue;
+}
+
+std::int16_t IsCurrentFormat(const std::string& path) {
+    std::ifstream file = OpenForReading(path);
+    std::string record;
+    ReadRecord(file, record);
+    Node mark;
+    try {
+        RecordReader reader(record);
+        ReadNodeRecord(reader, mark);
+    } catch (const RuntimeError&) {
+        return 0; // too short to hold the mark
+    }
+    return HasFormatMark(mark) ? 1 : 0;
+}
+
+std::string DeriveExportPath(const std::string& directory, const std::string& name) {
+    const std::size_t length = CharCount(name);
+    if (length < 5) {
+        throw RuntimeError(ErrorCode::InvalidArgument,
+                           "nome di configurazione troppo corto: \"" + name + "\"");
+    }
+    return directory + std::string(CharSlice(name, 0, length - 5)) + ".cop";
+}
+
+void SetConfigurationName(Network& network, const std::string& directory,
+                          const std::string& name) {
+    network.Directory = directory;
+    network.FileName = name;
+    network.ExportPath = DeriveExportPath(directory, name);
+}
+
+void LoadConfiguration(Workspace& workspace, const std::string& directory,
+                       const std::string& name) {
+    const std::string path = directory + name;
+    if (IsCurrentFormat(path) != 1) {
+        throw RuntimeError(ErrorCode::UnsupportedFormat,
+                           "il file " + path +
+                               " non è una configurazione nel formato attuale e non può "
+                               "essere caricato");
+    }
+    Network& network = workspace.Net;
+    NewNetwork(network, workspace.AppDirectory);
+    network.ExportPath = DeriveExportPath(directory, name);
+
+    std::ifstream file = OpenForReading(path);
+    std::string record;
+    for (int r = 1; r <= 2; ++r) {
+        if (!ReadRecord(file, record)) {
+            Truncated(path);
+        }
+        RecordReader reader(record);
+        ReadNodeRecord(reader, network.ExportSettings);
+    }
+
+    int nodesRead = 0;
+    Node scratch;
+    while (ReadRecord(file, record)) {
+        RecordReader reader(record);
+        ReadNodeRecord(reader, scratch);
+        // Every field of scratch is overwritten by the next read, so a swap is enough.
+        std::swap(network.NodeAt(scratch.Pdos[0].OwnerSlot), scratch);
+        if (nodesRead == INT16_MAX) {
+            throw RuntimeError(ErrorCode::Overflow, path + ": troppi record");
+        }
+        ++nodesRead;
+    }
+    if (!record.empty()) {
+        Truncated(path);
+    }
+    network.NodeCount = static_cast<std::int16_t>(nodesRead);
+    network.Saved = kTrue;
+    RecountAfterLoad(network, workspace.Channels);
+    network.Directory = directory;
+    network.FileName = name;
+}
+
+} // namespace velmora

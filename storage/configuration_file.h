@@ -1,0 +1,60 @@
+#pragma once
+
+// The configuration file (".nodi"): random-access records of 15304 bytes, each one record of
+// the Node layout. Record 1 carries the format mark, record 2 the export settings, and every
+// further record one node in use, in ascending slot order. A node record does not carry its
+// slot: loading puts it back into the slot named by the OwnerSlot of its PDO 0.
+//
+// Neither saving nor loading is transactional: an error leaves the records written so far
+// in the file, or the nodes read so far in the network, and surfaces as a RuntimeError.
+
+#include <cstdint>
+#include <string>
+
+namespace velmora {
+
+struct Network;
+struct Node;
+struct Workspace;
+class RecordWriter;
+class RecordReader;
+
+inline constexpr std::size_t kConfigurationRecordLength = 15304;
+
+// The field sequence of one Node-layout record, shared by the writer and the reader.
+void WriteNodeRecord(RecordWriter& writer, const Node& node);
+void ReadNodeRecord(RecordReader& reader, Node& node);
+
+// Writes directory + name. With a non-empty directory, Directory and FileName are set to the
+// arguments first; with an empty one the current file is rewritten. Deletes
+// Directory + FileName + ".nodi" first (a missing file is not an error). Sets Saved to -1
+// once the whole file is written. A node whose record exceeds 15304 bytes, a file that
+// cannot be written, or a NodeCount larger than the nodes in use (the walk passes slot 500)
+// is a RuntimeError, with the records written so far left in the file.
+void SaveConfiguration(Network& network, const std::string& directory, const std::string& name);
+
+// 1 when record 1 of path holds the format mark (Parameters 3, 4 and 5 reading as the
+// numbers 1, 1 and 0), 0 otherwise; a file shorter than a record is read as far as it goes.
+// A file that cannot be opened is a RuntimeError.
+std::int16_t IsCurrentFormat(const std::string& path);
+
+// Replaces the network with the file directory + name (directory ends with a separator).
+// A file without the format mark is refused with an UnsupportedFormat error before anything
+// changes. Otherwise the network is emptied, the export path derived, record 2 read into the
+// export settings and every complete node record stored into its slot; NodeCount becomes
+// the number of node records, Saved -1, the channel counters are recounted and Directory and
+// FileName name the file. Records 1 and 2 must be complete; a trailing partial record, a
+// field running past the record, or an OwnerSlot outside 0..500 stop the load with a
+// RuntimeError, the nodes stored before it staying in the network.
+void LoadConfiguration(Workspace& workspace, const std::string& directory,
+                       const std::string& name);
+
+// Directory = directory, FileName = name, ExportPath = directory + name without its last five
+// characters + ".cop". A name of fewer than five characters is the InvalidArgument error.
+void SetConfigurationName(Network& network, const std::string& directory,
+                          const std::string& name);
+
+// The export path derived from a configuration's folder and file name, as above.
+std::string DeriveExportPath(const std::string& directory, const std::string& name);
+
+} // namespace velmora
