@@ -27,11 +27,39 @@ void PrintUsage(std::ostream& out) {
     out << "\nvelmora-cli COMANDO --help mostra l'uso di un comando.\n";
 }
 
+// The parser's complaint in Italian for the usual cases, Qt's own text otherwise.
+std::string ParserError(const QCommandLineParser& parser) {
+    if (!parser.unknownOptionNames().isEmpty()) {
+        return "opzione sconosciuta: " + parser.unknownOptionNames().first().toStdString();
+    }
+    return parser.errorText().toStdString();
+}
+
 } // namespace
 
 int Context::Fail(const std::string& message) const {
     err << "velmora-cli: " << message << '\n';
     return kExitFailure;
+}
+
+std::optional<int> ParseCommandArguments(QCommandLineParser& parser, const QStringList& args,
+                                         const char* name, const char* usage,
+                                         Context& context, int positionalCount) {
+    const QCommandLineOption help(QStringList{"h", "help"});
+    parser.addOption(help);
+    if (!parser.parse(QStringList{name} + args)) {
+        return context.Fail(std::string(name) + ": " + ParserError(parser) +
+                            " (velmora-cli " + name + " --help)");
+    }
+    if (parser.isSet(help)) {
+        context.out << usage;
+        return kExitOk;
+    }
+    if (positionalCount >= 0 && parser.positionalArguments().size() != positionalCount) {
+        return context.Fail(std::string(name) + ": argomenti non validi (velmora-cli " + name +
+                            " --help)");
+    }
+    return std::nullopt;
 }
 
 const std::vector<Command>& Commands() {
@@ -54,7 +82,7 @@ int Run(const QStringList& arguments, const std::string& defaultAppDir, std::ost
 
     Context context{defaultAppDir, out, err};
     if (!parser.parse(QStringList{"velmora-cli"} + arguments)) {
-        return context.Fail(parser.errorText().toStdString());
+        return context.Fail(ParserError(parser) + " (velmora-cli --help)");
     }
     if (parser.isSet(helpOption)) {
         PrintUsage(out);
@@ -69,8 +97,7 @@ int Run(const QStringList& arguments, const std::string& defaultAppDir, std::ost
     }
     const QStringList positional = parser.positionalArguments();
     if (positional.isEmpty()) {
-        PrintUsage(err);
-        return kExitFailure;
+        return context.Fail("manca il comando (velmora-cli --help)");
     }
     const std::string name = positional.first().toStdString();
     for (const Command& command : Commands()) {

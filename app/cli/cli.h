@@ -4,8 +4,10 @@
 // its arguments and injected output and error streams that returns the exit status; Run
 // parses the global options and dispatches.
 
+#include <QCommandLineParser>
 #include <QStringList>
 
+#include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -26,6 +28,14 @@ struct Context {
     // Writes "velmora-cli: MESSAGE" on the error stream and returns kExitFailure.
     int Fail(const std::string& message) const;
 };
+
+// Parses a command's own arguments into parser (whose options the caller has added), and
+// answers --help with usage on the output stream. Returns the exit status when the command
+// must stop there (help shown, or a parse error reported), nullopt to go on. With
+// positionalCount >= 0, exactly that many positional arguments are required.
+std::optional<int> ParseCommandArguments(QCommandLineParser& parser, const QStringList& args,
+                                         const char* name, const char* usage,
+                                         Context& context, int positionalCount = -1);
 
 using CommandFunction = int (*)(const QStringList& args, Context& context);
 

@@ -40,15 +40,17 @@ JsonWriter& JsonWriter::BeginObject() {
     return *this;
 }
 
-JsonWriter& JsonWriter::EndObject() {
+JsonWriter& JsonWriter::End(char closer) {
     const bool had = hasItems_.back();
     hasItems_.pop_back();
     if (had) {
         NewLine();
     }
-    out_ << '}';
+    out_ << closer;
     return *this;
 }
+
+JsonWriter& JsonWriter::EndObject() { return End('}'); }
 
 JsonWriter& JsonWriter::BeginArray() {
     BeforeValue();
@@ -57,11 +59,11 @@ JsonWriter& JsonWriter::BeginArray() {
     return *this;
 }
 
-JsonWriter& JsonWriter::EndArray() { return EndObject(); }
+JsonWriter& JsonWriter::EndArray() { return End(']'); }
 
 JsonWriter& JsonWriter::Key(std::string_view name) {
     BeforeValue();
-    String(name);
+    Quoted(name);
     out_ << ": ";
     afterKey_ = true;
     return *this;
@@ -69,6 +71,11 @@ JsonWriter& JsonWriter::Key(std::string_view name) {
 
 JsonWriter& JsonWriter::String(std::string_view utf8) {
     BeforeValue();
+    Quoted(utf8);
+    return *this;
+}
+
+void JsonWriter::Quoted(std::string_view utf8) {
     out_ << '"';
     for (char c : utf8) {
         switch (c) {
@@ -98,7 +105,6 @@ JsonWriter& JsonWriter::String(std::string_view utf8) {
         }
     }
     out_ << '"';
-    return *this;
 }
 
 JsonWriter& JsonWriter::Int(long long value) {

@@ -47,6 +47,8 @@ private:
     JsonWriter& Write(long long value) { return Int(value); }
     JsonWriter& Write(std::size_t value) { return Int(static_cast<long long>(value)); }
 
+    JsonWriter& End(char closer);
+    void Quoted(std::string_view utf8);
     void BeforeValue();
     void NewLine();
 

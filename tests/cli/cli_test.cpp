@@ -1,0 +1,95 @@
+#include "cli/cli.h"
+
+#include "model/workspace.h"
+#include "storage/configuration_file.h"
+#include "support/temp_dir.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace velmora::cli {
+namespace {
+
+struct Outcome {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+Outcome RunCli(const QStringList& args, const std::string& appDir = "/opt/velmora") {
+    std::ostringstream out;
+    std::ostringstream err;
+    const int status = Run(args, appDir, out, err);
+    return {status, out.str(), err.str()};
+}
+
+TEST(Cli, GeneralRulesForHelpAndErrors) {
+    const Outcome help = RunCli({"--help"});
+    EXPECT_EQ(help.status, kExitOk);
+    EXPECT_NE(help.out.find("dump"), std::string::npos);
+    EXPECT_EQ(help.err, "");
+
+    for (const QStringList& bad :
+         {QStringList{}, QStringList{"nonsense"}, QStringList{"--bogus", "dump"},
+          QStringList{"dump"}, QStringList{"dump", "a.nodi", "b.nodi"},
+          QStringList{"dump", "/no/such/file.nodi"}}) {
+        const Outcome outcome = RunCli(bad);
+        EXPECT_EQ(outcome.status, kExitFailure) << bad.join(' ').toStdString();
+        EXPECT_EQ(outcome.out, "");
+        // One line, prefixed with the tool's name.
+        EXPECT_EQ(outcome.err.rfind("velmora-cli: ", 0), 0u) << outcome.err;
+        EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
+    }
+    EXPECT_EQ(RunCli({"dump", "--help"}).status, kExitOk);
+}
+
+TEST(Cli, DumpShowsEveryFieldOfTheNodesInUse) {
+    test::TempDir dir;
+    Workspace workspace;
+    workspace.AppDirectory = "/opt/velmora";
+    workspace.Net.ExportExtension = ".cop";
+    NewNetwork(workspace.Net, workspace.AppDirectory);
+    Node& node = workspace.Net.NodeAt(4);
+    node.InUse = kTrue;
+    node.EdsName = "azionamento_è";
+    node.PdoAt(0).OwnerSlot = 4;
+    node.PdoAt(0).Settings.Mappings[10].Vcb = "ultimo \"var\"";
+    node.repetitionTime = 250;
+    workspace.Net.NodeCount = 1;
+    SaveConfiguration(workspace.Net, dir.Folder(), "rete.nodi");
+
+    const Outcome outcome = RunCli({"--app-dir", QString::fromStdString(dir.Path()), "dump",
+                                    QString::fromStdString(dir.File("rete.nodi"))});
+    ASSERT_EQ(outcome.status, kExitOk) << outcome.err;
+    QJsonParseError error;
+    const QJsonObject dump =
+        QJsonDocument::fromJson(QByteArray::fromStdString(outcome.out), &error).object();
+    ASSERT_EQ(error.error, QJsonParseError::NoError);
+    EXPECT_EQ(dump["FileName"].toString(), "rete.nodi");
+    EXPECT_EQ(dump["ExportPath"].toString().toStdString(), dir.Folder() + "rete.cop");
+    EXPECT_EQ(dump["DefaultFilePath"].toString(), "/opt/velmora/none.cop"); // from record 2
+    EXPECT_EQ(dump["MaxFastPdo"].toInt(), 10);
+    const QJsonArray nodes = dump["Nodes"].toArray();
+    ASSERT_EQ(nodes.size(), 1);
+    const QJsonObject first = nodes[0].toObject();
+    EXPECT_EQ(first["Slot"].toInt(), 4);
+    EXPECT_EQ(first["EdsName"].toString(), QString::fromUtf8("azionamento_è"));
+    EXPECT_EQ(first["repetitionTime"].toInt(), 250);
+    EXPECT_EQ(first["Pdos"].toArray().size(), 51);
+    EXPECT_EQ(first["Parameters"].toArray().size(), 101);
+    const QJsonArray mappings =
+        first["Pdos"].toArray()[0].toObject()["Settings"].toObject()["Mappings"].toArray();
+    EXPECT_EQ(mappings.size(), 11);
+    EXPECT_EQ(mappings[10].toObject()["Vcb"].toString(), "ultimo \"var\"");
+    // Configuration-wide fields come first, in the documented order.
+    EXPECT_LT(outcome.out.find("\"FileName\""), outcome.out.find("\"Directory\""));
+    EXPECT_LT(outcome.out.find("\"NodeCount\""), outcome.out.find("\"DefaultFilePath\""));
+    EXPECT_LT(outcome.out.find("\"MaxFastPdo\""), outcome.out.find("\"ExportPath\""));
+}
+
+} // namespace
+} // namespace velmora::cli
