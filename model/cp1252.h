@@ -11,6 +11,16 @@
 
 namespace velmora {
 
+// True when text holds only ASCII, which reads the same in both encodings. Written without
+// an early exit so that the compiler can vectorise it.
+inline bool IsAscii(std::string_view text) {
+    unsigned char seen = 0;
+    for (char c : text) {
+        seen |= static_cast<unsigned char>(c);
+    }
+    return seen < 0x80;
+}
+
 // Decodes Windows-1252 bytes into UTF-8. Never fails.
 std::string Cp1252ToUtf8(std::string_view bytes);
 

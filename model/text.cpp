@@ -1,19 +1,12 @@
 #include "model/text.h"
 
+#include "model/cp1252.h"
+
 #include <cstdio>
 
 namespace velmora {
 
 namespace {
-
-bool IsAscii(std::string_view text) {
-    for (unsigned char c : text) {
-        if (c >= 0x80) {
-            return false;
-        }
-    }
-    return true;
-}
 
 // Two-byte sequences of the Latin-1 block are C3 xx (U+00C0..U+00FF) and C5 xx for
 // Š š Œ œ Ž ž Ÿ; C3 BF is ÿ.

@@ -11,7 +11,6 @@
 #include <filesystem>
 #include <fstream>
 #include <system_error>
-#include <utility>
 
 namespace velmora {
 
@@ -70,13 +69,38 @@ template <typename Io, typename NodeRef> void VisitNode(Io& io, NodeRef& node) {
     io.Field(node.repetitionTime);
 }
 
-void WriteRecord(std::ofstream& file, RecordWriter& writer, const Node& node,
-                 const std::string& path) {
+// Walks a record's fields with the reader's bounds checks but stores nothing.
+struct RecordValidator {
+    RecordReader& reader;
+    template <typename Value> void Field(const Value& value) { reader.Skip(value); }
+};
+
+// The slot a node record belongs to: the OwnerSlot of its PDO 0, checked against 0..500.
+// The record must have passed the validator.
+int OwnerSlotOf(std::string_view record) {
+    RecordReader reader(record);
+    std::string text;
+    std::int16_t word = 0;
+    reader.Field(text); // EdsName
+    for (int i = 0; i < 7; ++i) {
+        reader.Field(word);
+    }
+    reader.Field(text); // DefaultCobId
+    reader.Field(word); // Used
+    reader.Field(text); // Note
+    reader.Field(text); // Direction
+    reader.Field(word); // OwnerSlot
+    CheckIndex(word, 0, kLastSlot, "Slot del record");
+    return word;
+}
+
+void WriteRecord(std::ostream& out, RecordWriter& writer, const Node& node) {
     writer.Reset();
     WriteNodeRecord(writer, node);
-    file.write(writer.Bytes().data(), static_cast<std::streamsize>(writer.Bytes().size()));
-    if (!file) {
-        throw RuntimeError(ErrorCode::PathFileAccess, "scrittura di " + path);
+    const std::string& bytes = writer.Bytes();
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!out) {
+        throw RuntimeError(ErrorCode::PathFileAccess, "scrittura del record non riuscita");
     }
 }
 
@@ -95,7 +119,7 @@ std::ifstream OpenForReading(const std::string& path) {
 }
 
 // Reads one whole record; false when fewer bytes remain.
-bool ReadRecord(std::ifstream& file, std::string& record) {
+bool ReadRecord(std::istream& file, std::string& record) {
     record.resize(kConfigurationRecordLength);
     file.read(record.data(), static_cast<std::streamsize>(record.size()));
     const auto got = static_cast<std::size_t>(file.gcount());
@@ -117,6 +141,27 @@ bool HasFormatMark(const Node& record) {
 
 void WriteNodeRecord(RecordWriter& writer, const Node& node) { VisitNode(writer, node); }
 
+void WriteConfiguration(const Network& network, std::ostream& out) {
+    RecordWriter writer(kConfigurationRecordLength);
+    Node mark;
+    mark.Parameters[3].Value = "1";
+    mark.Parameters[4].Value = "1";
+    mark.Parameters[5].Value = "0";
+    WriteRecord(out, writer, mark);
+    WriteRecord(out, writer, network.ExportSettings);
+
+    // The walk stops when NodeCount nodes are written; a NodeCount larger than the nodes in
+    // use runs it past slot 500, which NodeAt refuses.
+    int written = 0;
+    for (int slot = 0; written != network.NodeCount; ++slot) {
+        const Node& node = network.NodeAt(slot);
+        if (node.InUse != 0) {
+            ++written;
+            WriteRecord(out, writer, node);
+        }
+    }
+}
+
 void ReadNodeRecord(RecordReader& reader, Node& node) { VisitNode(reader, node); }
 
 void SaveConfiguration(Network& network, const std::string& directory, const std::string& name) {
@@ -134,25 +179,7 @@ void SaveConfiguration(Network& network, const std::string& directory, const std
     if (!file) {
         throw RuntimeError(ErrorCode::PathFileAccess, path);
     }
-    RecordWriter writer(kConfigurationRecordLength);
-
-    Node mark;
-    mark.Parameters[3].Value = "1";
-    mark.Parameters[4].Value = "1";
-    mark.Parameters[5].Value = "0";
-    WriteRecord(file, writer, mark, path);
-    WriteRecord(file, writer, network.ExportSettings, path);
-
-    // The walk stops when NodeCount nodes are written; a NodeCount larger than the nodes in
-    // use runs it past slot 500, which NodeAt refuses.
-    int written = 0;
-    for (int slot = 0; written != network.NodeCount; ++slot) {
-        const Node& node = network.NodeAt(slot);
-        if (node.InUse != 0) {
-            ++written;
-            WriteRecord(file, writer, node, path);
-        }
-    }
+    WriteConfiguration(network, file);
     file.close();
     if (!file) {
         throw RuntimeError(ErrorCode::PathFileAccess, "scrittura di " + path);
@@ -162,8 +189,12 @@ void SaveConfiguration(Network& network, const std::string& directory, const std
 
 std::int16_t IsCurrentFormat(const std::string& path) {
     std::ifstream file = OpenForReading(path);
+    return IsCurrentFormat(file);
+}
+
+std::int16_t IsCurrentFormat(std::istream& in) {
     std::string record;
-    ReadRecord(file, record);
+    ReadRecord(in, record);
     Node mark;
     try {
         RecordReader reader(record);
@@ -192,8 +223,14 @@ void SetConfigurationName(Network& network, const std::string& directory,
 
 void LoadConfiguration(Workspace& workspace, const std::string& directory,
                        const std::string& name) {
+    std::ifstream file = OpenForReading(directory + name);
+    LoadConfiguration(workspace, file, directory, name);
+}
+
+void LoadConfiguration(Workspace& workspace, std::istream& in, const std::string& directory,
+                       const std::string& name) {
     const std::string path = directory + name;
-    if (IsCurrentFormat(path) != 1) {
+    if (IsCurrentFormat(in) != 1) {
         throw RuntimeError(ErrorCode::UnsupportedFormat,
                            "il file " + path +
                                " non è una configurazione nel formato attuale e non può "
@@ -203,23 +240,27 @@ void LoadConfiguration(Workspace& workspace, const std::string& directory,
     NewNetwork(network, workspace.AppDirectory);
     network.ExportPath = DeriveExportPath(directory, name);
 
-    std::ifstream file = OpenForReading(path);
+    in.clear();
+    in.seekg(0);
     std::string record;
     for (int r = 1; r <= 2; ++r) {
-        if (!ReadRecord(file, record)) {
+        if (!ReadRecord(in, record)) {
             Truncated(path);
         }
         RecordReader reader(record);
         ReadNodeRecord(reader, network.ExportSettings);
     }
 
+    // Each record is checked whole before it replaces its slot, so a bad record leaves the
+    // slot as it was; reading straight into the slot avoids copying a whole node.
+    static const Node shape;
     int nodesRead = 0;
-    Node scratch;
-    while (ReadRecord(file, record)) {
+    while (ReadRecord(in, record)) {
+        RecordReader validation(record);
+        RecordValidator validator{validation};
+        VisitNode(validator, shape);
         RecordReader reader(record);
-        ReadNodeRecord(reader, scratch);
-        // Every field of scratch is overwritten by the next read, so a swap is enough.
-        std::swap(network.NodeAt(scratch.Pdos[0].OwnerSlot), scratch);
+        ReadNodeRecord(reader, network.NodeAt(OwnerSlotOf(record)));
         if (nodesRead == INT16_MAX) {
             throw RuntimeError(ErrorCode::Overflow, path + ": troppi record");
         }

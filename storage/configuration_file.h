@@ -9,6 +9,7 @@
 // in the file, or the nodes read so far in the network, and surfaces as a RuntimeError.
 
 #include <cstdint>
+#include <iosfwd>
 #include <string>
 
 namespace velmora {
@@ -33,10 +34,16 @@ void ReadNodeRecord(RecordReader& reader, Node& node);
 // is a RuntimeError, with the records written so far left in the file.
 void SaveConfiguration(Network& network, const std::string& directory, const std::string& name);
 
+// Writes the records of a save to out: the mark, the export settings, then the nodes in use
+// in slot order until NodeCount of them are written. Errors as for SaveConfiguration; the
+// records before the failing one are already written. Does not touch Saved.
+void WriteConfiguration(const Network& network, std::ostream& out);
+
 // 1 when record 1 of path holds the format mark (Parameters 3, 4 and 5 reading as the
 // numbers 1, 1 and 0), 0 otherwise; a file shorter than a record is read as far as it goes.
 // A file that cannot be opened is a RuntimeError.
 std::int16_t IsCurrentFormat(const std::string& path);
+std::int16_t IsCurrentFormat(std::istream& in);
 
 // Replaces the network with the file directory + name (directory ends with a separator).
 // A file without the format mark is refused with an UnsupportedFormat error before anything
@@ -47,6 +54,9 @@ std::int16_t IsCurrentFormat(const std::string& path);
 // field running past the record, or an OwnerSlot outside 0..500 stop the load with a
 // RuntimeError, the nodes stored before it staying in the network.
 void LoadConfiguration(Workspace& workspace, const std::string& directory,
+                       const std::string& name);
+// The same, reading the file's bytes from in (positioned at its start).
+void LoadConfiguration(Workspace& workspace, std::istream& in, const std::string& directory,
                        const std::string& name);
 
 // Directory = directory, FileName = name, ExportPath = directory + name without its last five

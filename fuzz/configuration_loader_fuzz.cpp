@@ -1,0 +1,30 @@
+// Feeds arbitrary bytes to the configuration-file loader as if they were a ".nodi" file.
+// Every outcome but a RuntimeError or a clean load is a bug.
+
+#include "model/runtime_error.h"
+#include "model/workspace.h"
+#include "storage/configuration_file.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <sstream>
+#include <string>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    // One workspace for the whole run: every load starts by emptying the network anyway.
+    static velmora::Workspace* workspace = [] {
+        auto* created = new velmora::Workspace;
+        created->AppDirectory = "/opt/velmora";
+        created->Net.ExportExtension = ".cop";
+        return created;
+    }();
+    std::istringstream in(std::string(reinterpret_cast<const char*>(data), size));
+    try {
+        velmora::LoadConfiguration(*workspace, in, "/fuzz/", "input.nodi");
+        // What loaded must save again without trouble, or fail with a run-time error.
+        std::ostringstream out;
+        velmora::WriteConfiguration(workspace->Net, out);
+    } catch (const velmora::RuntimeError&) {
+    }
+    return 0;
+}
