@@ -1,9 +1,11 @@
-// Writes valid ".nodi" files into the folder named on the command line, as starting points
-// for the configuration-loader fuzzer: random bytes rarely get past a 15304-byte format mark.
+// Writes valid inputs into the folder named on the command line, one subfolder per fuzzer
+// (named after it), as starting points: random bytes rarely get past a 15304-byte format
+// mark.
 
 #include "model/workspace.h"
 #include "storage/configuration_file.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -11,7 +13,7 @@
 
 namespace {
 
-void Write(const velmora::Network& network, const std::string& path) {
+void Write(const velmora::Network& network, const std::filesystem::path& path) {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     velmora::WriteConfiguration(network, file);
 }
@@ -23,11 +25,12 @@ int main(int argc, char* argv[]) {
         std::cerr << "uso: make_fuzz_seeds CARTELLA\n";
         return 1;
     }
-    const std::string folder = std::string(argv[1]) + "/";
+    const std::filesystem::path folder = std::filesystem::path(argv[1]) / "configuration_loader";
+    std::filesystem::create_directories(folder);
     velmora::Workspace workspace;
     workspace.Net.ExportExtension = ".cop";
     velmora::NewNetwork(workspace.Net, "/opt/velmora");
-    Write(workspace.Net, folder + "empty.nodi");
+    Write(workspace.Net, folder / "empty.nodi");
 
     for (int slot : {4, 9}) {
         velmora::Node& node = workspace.Net.NodeAt(slot);
@@ -46,6 +49,6 @@ int main(int argc, char* argv[]) {
         }
     }
     workspace.Net.NodeCount = 2;
-    Write(workspace.Net, folder + "two_nodes.nodi");
+    Write(workspace.Net, folder / "two_nodes.nodi");
     return 0;
 }

@@ -1,0 +1,92 @@
+#!/bin/sh
+# Velmora's one set-up script for a Debian 12 machine.
+#
+#   ./build.sh run    install what is missing, build, start the program
+#   ./build.sh test   install what is missing, build, run every test: the normal build,
+#                     the core tests under AddressSanitizer and UndefinedBehaviorSanitizer,
+#                     and a bounded run of every fuzzer
+#
+# Build folders: build/ (normal), build-asan/, build-fuzz/. Environment: JOBS (default 2),
+# FUZZ_SECONDS (default 60 per fuzzer).
+set -eu
+
+cd "$(dirname "$0")"
+JOBS=${JOBS:-2}
+FUZZ_SECONDS=${FUZZ_SECONDS:-60}
+
+PACKAGES="g++ cmake ninja-build googletest libgtest-dev libgmock-dev libbenchmark-dev
+qt6-base-dev clang libclang-rt-14-dev"
+
+install_missing() {
+    missing=""
+    for package in $PACKAGES; do
+        if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "ok installed"; then
+            missing="$missing $package"
+        fi
+    done
+    [ -z "$missing" ] && return 0
+    echo "Installo:$missing"
+    sudo=""
+    [ "$(id -u)" -ne 0 ] && sudo="sudo"
+    $sudo apt-get update -q
+    # shellcheck disable=SC2086
+    DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -q $missing
+}
+
+build_main() {
+    cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
+    cmake --build build -j "$JOBS"
+}
+
+run_program() {
+    if [ -x build/app/velmora ]; then
+        exec build/app/velmora "$@"
+    fi
+    exec build/app/velmora-cli --help
+}
+
+run_tests() {
+    (cd build && ctest --output-on-failure -j "$JOBS")
+
+    cmake -S . -B build-asan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVELMORA_SANITIZE=ON \
+        -DVELMORA_CORE_ONLY=ON -DVELMORA_BENCH=OFF
+    cmake --build build-asan -j "$JOBS"
+    (cd build-asan && ctest --output-on-failure -j "$JOBS" -L core)
+
+    CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+        -DVELMORA_FUZZ=ON -DVELMORA_CORE_ONLY=ON -DVELMORA_BENCH=OFF
+    cmake --build build-fuzz -j "$JOBS" --target fuzzers
+    seeds=build-fuzz/seeds
+    rm -rf "$seeds"
+    mkdir -p "$seeds"
+    build-fuzz/fuzz/make_fuzz_seeds "$seeds"
+    for fuzzer in build-fuzz/fuzz/*_fuzz; do
+        name=$(basename "$fuzzer" _fuzz)
+        corpus=build-fuzz/corpus/$name
+        mkdir -p "$corpus" "$seeds/$name"
+        echo "Fuzzing $name for $FUZZ_SECONDS s"
+        "$fuzzer" -max_total_time="$FUZZ_SECONDS" -max_len=65536 -print_final_stats=1 \
+            -artifact_prefix=build-fuzz/ "$corpus" "$seeds/$name" >build-fuzz/$name.log 2>&1 ||
+            { tail -n 60 build-fuzz/$name.log; exit 1; }
+        tail -n 3 build-fuzz/$name.log
+    done
+    echo "Tutti i test sono passati."
+}
+
+case "${1:-}" in
+run)
+    shift
+    install_missing
+    build_main
+    run_program "$@"
+    ;;
+test)
+    install_missing
+    build_main
+    run_tests
+    ;;
+*)
+    echo "uso: ./build.sh run | test" >&2
+    exit 2
+    ;;
+esac
