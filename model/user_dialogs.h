@@ -21,6 +21,8 @@ public:
 
     // A message box with the information icon and an OK button.
     virtual void Inform(const std::string& title, const std::string& text) = 0;
+    // A run-time error that stopped a command, shown in a message box; the program goes on.
+    virtual void ShowError(const std::string& text) = 0;
     // A Yes/No message box with the information icon; true for Yes.
     virtual bool AskYesNo(const std::string& title, const std::string& text) = 0;
     // The system's open-file and save-file dialogs; nullopt when the user cancels, else the
