@@ -1,0 +1,96 @@
+#pragma once
+
+// Builds test networks by filling the records directly, as node creation and the editors
+// would: nodes with n TX and m RX PDOs, mappings and parameters. Header-only and free of
+// GoogleTest, so the benchmarks use it too.
+
+#include "model/network.h"
+#include "model/text.h"
+#include "model/transmission_mode.h"
+
+#include <string>
+#include <string_view>
+
+namespace velmora::test {
+
+// A new, empty network as start-up makes it.
+inline Network EmptyNetwork(std::string_view appDirectory = "/app") {
+    Network network;
+    network.ExportExtension = ".cop";
+    NewNetwork(network, appDirectory);
+    return network;
+}
+
+// Puts an in-use, configured node into a free slot with txCount TX PDOs (entries
+// 0..txCount-1) and rxCount RX PDOs after them, all used, in the given mode, with default
+// COB-IDs and empty mapping tables; NodeCount grows by one.
+inline Node& AddNode(Network& network, int slot, int txCount, int rxCount,
+                     std::string_view mode = TransmissionMode::Slow,
+                     std::string_view edsName = "drive.eds") {
+    Node& node = network.NodeAt(slot);
+    node.EdsName = edsName;
+    node.InUse = kTrue;
+    node.Configured = kTrue;
+    node.TxPdoCount = static_cast<std::int16_t>(txCount);
+    node.RxPdoCount = static_cast<std::int16_t>(rxCount);
+    for (int p = 0; p < txCount + rxCount; ++p) {
+        Pdo& pdo = node.PdoAt(p);
+        const bool tx = p < txCount;
+        const int number = tx ? p : p - txCount;
+        pdo.Used = kTrue;
+        pdo.Note = edsName;
+        pdo.Direction = tx ? PdoDirection::Tx : PdoDirection::Rx;
+        pdo.OwnerSlot = static_cast<std::int16_t>(slot);
+        pdo.PdoNumber = static_cast<std::int16_t>(number);
+        pdo.Settings.Mode = mode;
+        pdo.Settings.CobId = HexText((tx ? 0x180 + 0x100 * number : 0x200) + slot + 1);
+        pdo.Settings.Bytes = "0";
+    }
+    ++network.NodeCount;
+    return node;
+}
+
+// Appends a used mapping at MappingCount.
+inline void AddMapping(Pdo& pdo, std::string_view vcb, std::string_view index,
+                       std::string_view subIndex, std::string_view length) {
+    PdoMapping& mapping = pdo.Settings.MappingAt(pdo.Settings.MappingCount);
+    mapping = {std::string(vcb), std::string(index), std::string(subIndex), std::string(length),
+               kTrue};
+    ++pdo.Settings.MappingCount;
+}
+
+// Appends a used parameter at ParameterCount.
+inline void AddParameter(Node& node, std::string_view name, std::string_view index,
+                         std::string_view subIndex, std::string_view byteCount,
+                         std::string_view value) {
+    NodeParameter& parameter = node.ParameterAt(node.ParameterCount);
+    parameter = {std::string(name),      std::string(index), std::string(subIndex),
+                 std::string(byteCount), std::string(value), kTrue};
+    ++node.ParameterCount;
+}
+
+// Every slot in use, 25 TX and 26 RX fast PDOs per node (all 51 entries), each with 11
+// mappings, and 101 parameters per node: the largest network the records hold.
+inline Network FullNetwork() {
+    Network network = EmptyNetwork();
+    for (int slot = 0; slot <= kLastSlot; ++slot) {
+        Node& node = AddNode(network, slot, 25, 26, TransmissionMode::Fast, "full_drive.eds");
+        node.repetitions = 3;
+        node.repetitionTime = 100;
+        for (Pdo& pdo : node.Pdos) {
+            pdo.Settings.Bytes = "8";
+            pdo.Settings.Pcfg = 3;
+            pdo.Settings.Comm = "1";
+            for (int k = 0; k <= kLastMapping; ++k) {
+                AddMapping(pdo, "Variabile_" + std::to_string(k), "6064", std::to_string(k), "8");
+            }
+        }
+        for (int k = 0; k <= kLastParameter; ++k) {
+            AddParameter(node, "Parametro " + std::to_string(k), "2000", std::to_string(k), "2",
+                         std::to_string(k * 10));
+        }
+    }
+    return network;
+}
+
+} // namespace velmora::test
