@@ -61,6 +61,7 @@ JsonWriter& JsonWriter::EndArray() { return EndObject(); }
 
 JsonWriter& JsonWriter::Key(std::string_view name) {
     BeforeValue();
+    afterKey_ = true; // the name is part of this item: String must not start another
     String(name);
     out_ << ": ";
     afterKey_ = true;
