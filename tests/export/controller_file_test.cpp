@@ -21,23 +21,6 @@ std::string Export(const Network& network, bool expectComplete = true) {
     return out.str();
 }
 
-// Node 5 of the worked example: two TX PDOs and one RX PDO, one parameter.
-Network WorkedExample() {
-    Network network = EmptyNetwork();
-    Node& node = AddNode(network, 4, 2, 1);
-    node.repetitions = 3;
-    node.repetitionTime = 100;
-    PdoSettings& tx0 = node.PdoAt(0).Settings;
-    tx0 = {"185", "0", "0", "1", "Fast", "4", 3};
-    AddMapping(node.PdoAt(0), "Posizione", "6064", "0", "32");
-    AddMapping(node.PdoAt(0), "Stato", "6041", "0", "16");
-    node.PdoAt(1).Settings = {"285", "0", "0", "0", "Disabilitato", "", 0};
-    node.PdoAt(2).Settings = {"205", "0", "0", "0", "Slow", "2", 15};
-    AddMapping(node.PdoAt(2), "Comando", "6040", "0", "16");
-    AddParameter(node, "Modes of operation", "6060", "0", "1", "1");
-    return network;
-}
-
 // The lines of one PDO block up to NMAP for the given fields, as the writer frames them.
 std::string PdoHead(const std::string& mode, const std::string& bytes, const std::string& pcfg) {
     return "        PDO,TX,1\r\n                COB-ID,h181\r\n                MODO," + mode +
@@ -50,7 +33,7 @@ TEST(ControllerFile, WorkedExampleByteForByte) {
     const std::string expected =
         test::ReadFileBytes(VELMORA_TEST_DATA_DIR "/export/worked_example.cop");
     ASSERT_FALSE(expected.empty());
-    const Network network = WorkedExample();
+    const Network network = test::WorkedExampleNetwork();
     EXPECT_EQ(Export(network), expected);
 
     test::TempDir dir;

@@ -33,6 +33,7 @@ inline Node& AddNode(Network& network, int slot, int txCount, int rxCount,
     node.Configured = kTrue;
     node.TxPdoCount = static_cast<std::int16_t>(txCount);
     node.RxPdoCount = static_cast<std::int16_t>(rxCount);
+    node.Pdos[0].OwnerSlot = static_cast<std::int16_t>(slot); // where loading puts it back
     for (int p = 0; p < txCount + rxCount; ++p) {
         Pdo& pdo = node.PdoAt(p);
         const bool tx = p < txCount;
@@ -67,6 +68,23 @@ inline void AddParameter(Node& node, std::string_view name, std::string_view ind
     parameter = {std::string(name),      std::string(index), std::string(subIndex),
                  std::string(byteCount), std::string(value), kTrue};
     ++node.ParameterCount;
+}
+
+// The worked example of the export file: node 5 (slot 4) with time-out 3 x 100 ms, TX 1
+// Fast with two mappings, TX 2 Disabilitato, RX 1 Slow with one mapping, one parameter.
+inline Network WorkedExampleNetwork() {
+    Network network = EmptyNetwork();
+    Node& node = AddNode(network, 4, 2, 1);
+    node.repetitions = 3;
+    node.repetitionTime = 100;
+    node.PdoAt(0).Settings = {"185", "0", "0", "1", "Fast", "4", 3};
+    AddMapping(node.PdoAt(0), "Posizione", "6064", "0", "32");
+    AddMapping(node.PdoAt(0), "Stato", "6041", "0", "16");
+    node.PdoAt(1).Settings = {"285", "0", "0", "0", "Disabilitato", "", 0};
+    node.PdoAt(2).Settings = {"205", "0", "0", "0", "Slow", "2", 15};
+    AddMapping(node.PdoAt(2), "Comando", "6040", "0", "16");
+    AddParameter(node, "Modes of operation", "6060", "0", "1", "1");
+    return network;
 }
 
 // Every slot in use, 25 TX and 26 RX fast PDOs per node (all 51 entries), each with 11
