@@ -74,7 +74,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t kFlushSize = 1 << 16;
+    static constexpr std::size_t kFlushSize = 1 << 20;
     std::ostream& out_;
     std::string buffer_;
 };
