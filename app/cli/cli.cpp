@@ -66,6 +66,9 @@ const std::vector<Command>& Commands() {
     static const std::vector<Command> commands = {
         {"build", "costruisce una configurazione .nodi da uno scenario JSON", RunBuild},
         {"dump", "stampa una configurazione .nodi come JSON", RunDump},
+        {"export", "scrive il file per ORV di una configurazione .nodi", RunExport},
+        {"check", "analisi dei canali di una configurazione .nodi", RunCheck},
+        {"show", "stampa l'albero della rete di una configurazione .nodi", RunShow},
     };
     return commands;
 }

@@ -56,5 +56,8 @@ int Run(const QStringList& arguments, const std::string& defaultAppDir, std::ost
 // The commands.
 int RunDump(const QStringList& args, Context& context);
 int RunBuild(const QStringList& args, Context& context);
+int RunExport(const QStringList& args, Context& context);
+int RunCheck(const QStringList& args, Context& context);
+int RunShow(const QStringList& args, Context& context);
 
 } // namespace velmora::cli

@@ -1,0 +1,145 @@
+#include "model/runtime_error.h"
+#include "model/workspace.h"
+#include "support/network_builder.h"
+#include "tree/network_tree.h"
+
+#include <gtest/gtest.h>
+
+namespace velmora {
+namespace {
+
+// One line per item: two blanks per level, key, tab, caption, and " +" when expanded.
+std::string Render(const NetworkTree& tree) {
+    std::string text;
+    for (int i = 0; i < tree.Size(); ++i) {
+        text += std::string(2 * tree.Item(i).Depth, ' ') + std::string(tree.Key(i)) + "\t" +
+                std::string(tree.Caption(i)) + (tree.Item(i).Expanded ? " +" : "") + "\n";
+    }
+    return text;
+}
+
+// A saved "demo.nodi": slot 0 with two TX and one RX PDO and two parameters, and a bare
+// node in slot 7.
+Workspace DemoWorkspace() {
+    Workspace workspace;
+    Network& network = workspace.Net;
+    network = test::EmptyNetwork();
+    network.FileName = "demo.nodi";
+    network.Saved = kTrue;
+    Node& node = test::AddNode(network, 0, 2, 1, "Fast");
+    node.PdoAt(1).Settings.Mode = "Non configurato";
+    node.PdoAt(2).Settings.Mode = "Slow";
+    node.repetitions = 3;
+    node.repetitionTime = 100;
+    node.Expanded = kTrue;
+    test::AddParameter(node, "Modes of operation", "6060", "0", "1", "1");
+    test::AddParameter(node, "Limite", "607D", "1", "4", "-5");
+    test::AddNode(network, 7, 0, 0, "Slow", "io.eds").ParameterFolderExpanded = kTrue;
+    return workspace;
+}
+
+TEST(NetworkTree, RebuildItemsKeysAndCaptions) {
+    Workspace workspace = DemoWorkspace();
+    Network& network = workspace.Net;
+    NetworkTree tree;
+    const TreeRebuildResult result = tree.RebuildNetworkTree(network);
+    EXPECT_EQ(Render(tree), "master\tdemo. (salvato) +\n"
+                            "  0@drive.eds\tdrive.eds (1) +\n"
+                            "    PARTIMEOUT@0\tCFG_TIMEOUT(3,100)\n"
+                            "    TX0@0\tpdo_TX1 (Fast)\n"
+                            "    TX1@0\tpdo_TX2 (Non configurato)\n"
+                            "    RX0@0\tpdo_RX1 (Slow)\n"
+                            "    0@drive.eds@Can_netParameter\tParameter\n"
+                            "      0@0\tModes of operation (1)\n"
+                            "      1@0\tLimite (-5)\n"
+                            "  7@io.eds\tio.eds (8)\n"
+                            "    PARTIMEOUT@7\tCFG_TIMEOUT(0,0)\n"
+                            "    7@io.eds@Can_netParameter\tParameter +\n");
+    EXPECT_EQ(result.NodeCountText, "2");
+    EXPECT_EQ(result.SelectedItem, 0);
+    EXPECT_FALSE(result.DisableNodeCommands);
+    EXPECT_EQ(tree.Child(0, 1), 9); // the links a view walks
+    EXPECT_EQ(tree.Child(6, 1), 8);
+    EXPECT_EQ(tree.Item(8).Row, 1);
+    EXPECT_THROW(tree.Child(2, 0), RuntimeError);
+
+    network.Saved = 0;
+    network.FileName = "àbçd";
+    tree.RebuildNetworkTree(network);
+    EXPECT_EQ(tree.Caption(0), " (modificato)"); // four characters, not bytes
+    network.FileName = "àbç";
+    EXPECT_THROW(tree.RebuildNetworkTree(network), RuntimeError);
+}
+
+TEST(NetworkTree, RebuildWalksAndFlags) {
+    Workspace workspace = DemoWorkspace();
+    Network& network = workspace.Net;
+    NetworkTree tree;
+    // A gap in the directions hides the later PDOs; NodeCount ends the slot walk.
+    network.NodeAt(0).PdoAt(1).Direction = "NOTYPE";
+    network.NodeCount = 1;
+    tree.SetCollapseOnRebuild(1);
+    tree.RebuildNetworkTree(network);
+    EXPECT_EQ(tree.Size(), 7);
+    EXPECT_EQ(tree.Key(4), "0@drive.eds@Can_netParameter");
+    EXPECT_FALSE(tree.Item(1).Expanded); // collapsed once...
+    EXPECT_EQ(tree.CollapseOnRebuild(), 0);
+    tree.RebuildNetworkTree(network);
+    EXPECT_TRUE(tree.Item(1).Expanded); // ...then the stored flag again
+
+    network.NodeCount = 3; // more than in use: the walk passes slot 500
+    EXPECT_THROW(tree.RebuildNetworkTree(network), RuntimeError);
+    EXPECT_EQ(tree.Size(), 10); // the items added before the error stay
+
+    network = test::EmptyNetwork(); // no nodes: cleared again, node commands disabled
+    const TreeRebuildResult empty = tree.RebuildNetworkTree(network);
+    EXPECT_EQ(tree.Size(), 0);
+    EXPECT_TRUE(empty.DisableNodeCommands);
+    EXPECT_EQ(empty.SelectedItem, -1);
+}
+
+TEST(NetworkTree, ExpandSelectAndActivate) {
+    Workspace workspace = DemoWorkspace();
+    Network& network = workspace.Net;
+    NetworkTree tree;
+    tree.RebuildNetworkTree(network);
+
+    tree.OnItemExpanded(network, 1, false); // node item of slot 0
+    tree.OnItemExpanded(network, 6, true);  // its "Parameter" folder
+    tree.OnItemExpanded(network, 0, false); // the root: no "@", nothing stored
+    EXPECT_EQ(network.NodeAt(0).Expanded, 0);
+    EXPECT_EQ(network.NodeAt(0).ParameterFolderExpanded, kTrue);
+    EXPECT_THROW(SetItemExpanded(network, 501, kTrue, "n"), RuntimeError);
+
+    const TreeSelection rx = tree.SelectItem(network, 5);
+    EXPECT_EQ(rx.Target.Kind, TreeTargetKind::Pdo);
+    EXPECT_EQ(rx.Target.PdoIndex, 2); // RX0 follows the two TX PDOs
+    EXPECT_EQ(tree.SelectItem(network, 1).RemoveCaption, "Rimuovi Nodo");
+    EXPECT_EQ(tree.SelectItem(network, 2).Target.Kind, TreeTargetKind::Timeout);
+    EXPECT_EQ(tree.SelectItem(network, 6).Target.Kind, TreeTargetKind::ParameterFolder);
+    const TreeSelection parameter = tree.SelectItem(network, 8);
+    EXPECT_EQ(parameter.Target.ParameterIndex, 1);
+    EXPECT_EQ(parameter.RemoveCaption, "Rimuovi parametro");
+    EXPECT_TRUE(parameter.DisableButtons9And10);
+    EXPECT_EQ(network.SelectedParameter.Name, "Limite");
+
+    const auto editor = [&](int item) { return tree.ActivateItem(workspace, item).Editor; };
+    EXPECT_EQ(editor(4), TreeEditor::Pdo);
+    EXPECT_EQ(editor(7), TreeEditor::Parameter);
+    EXPECT_EQ(editor(11), TreeEditor::NewParameter);
+    EXPECT_EQ(editor(9), TreeEditor::Node);
+    EXPECT_EQ(tree.ActivateItem(workspace, 0).Target.Slot, -1); // the root: edit node
+    const TreeActivation timeout = tree.ActivateItem(workspace, 10);
+    EXPECT_EQ(timeout.Editor, TreeEditor::Timeout);
+    EXPECT_EQ(timeout.Target.Slot, 7);
+    EXPECT_TRUE(timeout.RebuildAfter);
+    EXPECT_EQ(workspace.Modified, kTrue);
+
+    // A node whose EDS name contains "pdo_" falls under the PDO rule and does not parse.
+    network.NodeAt(7).EdsName = "pdo_io.eds";
+    tree.RebuildNetworkTree(network);
+    EXPECT_THROW(tree.ActivateItem(workspace, 9), RuntimeError);
+}
+
+} // namespace
+} // namespace velmora
