@@ -2,6 +2,7 @@
 // the GUI (new network, add nodes, edit PDOs and parameters) and saves it.
 
 #include "cli/cli.h"
+#include "cli/configuration_loading.h"
 #include "eds/eds_reader.h"
 #include "eds/node_creation.h"
 #include "export/node_timeouts.h"
@@ -12,26 +13,25 @@
 #include "pdo/mode_choice.h"
 #include "storage/configuration_file.h"
 
+#include <cmath>
+#include <initializer_list>
+#include <stdexcept>
+
 #include <QCommandLineParser>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <cmath>
-#include <initializer_list>
-#include <stdexcept>
-
 namespace velmora::cli {
 
 namespace {
 
-void PrintBuildUsage(std::ostream& out) {
-    out << "Uso: velmora-cli build SCENARIO.json -o OUT.nodi\n\n"
-           "Costruisce una configurazione da uno scenario JSON, come farebbe l'utente\n"
-           "(nuova rete, nodi aggiunti dagli EDS della cartella eds/, PDO e parametri\n"
-           "modificati) e la salva in OUT.nodi.\n";
-}
+const char* const kBuildUsage =
+    "Uso: velmora-cli build SCENARIO.json -o OUT.nodi\n\n"
+    "Costruisce una configurazione da uno scenario JSON, come farebbe l'utente\n"
+    "(nuova rete, nodi aggiunti dagli EDS della cartella eds/, PDO e parametri\n"
+    "modificati) e la salva in OUT.nodi.\n";
 
 // A scenario the command cannot use; the message names the offending element.
 class ScenarioError : public std::runtime_error {
@@ -39,7 +39,9 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-std::string Text(const QString& text) { return text.toStdString(); }
+std::string Text(const QString& text) {
+    return text.toStdString();
+}
 
 void CheckKeys(const QJsonObject& object, std::initializer_list<const char*> allowed,
                const std::string& where) {
@@ -103,7 +105,7 @@ public:
     ScenarioBuilder(Workspace& workspace, Context& context)
         : workspace_(workspace), context_(context) {}
 
-    // Returns the exit status; nothing is saved unless the whole scenario applies.
+    // Applies the whole scenario; a ScenarioError stops it and nothing is saved.
     void Apply(const QJsonObject& scenario) {
         CheckKeys(scenario, {"max_fast_pdo", "nodes"}, "scenario");
         Network& network = workspace_.Net;
@@ -133,8 +135,8 @@ private:
         if (!object.contains("node") || !object.contains("eds")) {
             throw ScenarioError(where + ": servono \"node\" ed \"eds\"");
         }
-        const int number = static_cast<int>(
-            Integer(object["node"], 1, kLastSlot + 1, where + ".node"));
+        const int number =
+            static_cast<int>(Integer(object["node"], 1, kLastSlot + 1, where + ".node"));
         const std::string eds = String(object["eds"], where + ".eds");
         const int slot = number - 1;
         Network& network = workspace_.Net;
@@ -174,10 +176,10 @@ private:
         }
         if (object.contains("parameters")) {
             Node& node = network.NodeAt(slot);
-            const auto rows = Rows(object["parameters"], 5,
-                                   static_cast<std::size_t>(kLastParameter + 1 -
-                                                            node.ParameterCount),
-                                   where + ".parameters");
+            const auto rows =
+                Rows(object["parameters"], 5,
+                     static_cast<std::size_t>(kLastParameter + 1 - node.ParameterCount),
+                     where + ".parameters");
             for (const auto& row : rows) {
                 NodeParameter& parameter = node.ParameterAt(node.ParameterCount);
                 parameter = {row[0], row[1], row[2], row[3], row[4], kTrue};
@@ -223,8 +225,10 @@ private:
         const struct {
             const char* key;
             std::string* field;
-        } texts[] = {{"cob_id", &settings.CobId},         {"bytes", &settings.Bytes},
-                     {"comm", &settings.Comm},            {"inhibit", &settings.InhibitTime},
+        } texts[] = {{"cob_id", &settings.CobId},
+                     {"bytes", &settings.Bytes},
+                     {"comm", &settings.Comm},
+                     {"inhibit", &settings.InhibitTime},
                      {"event", &settings.EventTime}};
         if (fields.contains("mode")) {
             settings.Mode = StoredModeText(String(fields["mode"], where + ".mode"));
@@ -239,8 +243,7 @@ private:
                 static_cast<std::int16_t>(Integer(fields["pcfg"], -32768, 32767, where + ".pcfg"));
         }
         if (fields.contains("mappings")) {
-            const auto rows =
-                Rows(fields["mappings"], 4, kLastMapping + 1, where + ".mappings");
+            const auto rows = Rows(fields["mappings"], 4, kLastMapping + 1, where + ".mappings");
             settings.Mappings.fill(PdoMapping{});
             for (std::size_t i = 0; i < rows.size(); ++i) {
                 const auto& row = rows[i];
@@ -261,23 +264,15 @@ private:
 
 int RunBuild(const QStringList& args, Context& context) {
     QCommandLineParser parser;
-    const QCommandLineOption helpOption(QStringList{"h", "help"}, "aiuto");
     const QCommandLineOption outOption(QStringList{"o", "output"}, "file .nodi", "OUT");
-    parser.addOption(helpOption);
     parser.addOption(outOption);
-    parser.addPositionalArgument("SCENARIO", "scenario JSON");
-    if (!parser.parse(QStringList{"build"} + args)) {
-        return context.Fail(parser.errorText().toStdString());
+    if (const auto stop = ParseCommandArguments(parser, args, "build", kBuildUsage, context, 1)) {
+        return *stop;
     }
-    if (parser.isSet(helpOption)) {
-        PrintBuildUsage(context.out);
-        return kExitOk;
+    if (!parser.isSet(outOption)) {
+        return context.Fail("build: manca -o OUT.nodi (velmora-cli build --help)");
     }
     const QStringList positional = parser.positionalArguments();
-    if (positional.size() != 1 || !parser.isSet(outOption)) {
-        PrintBuildUsage(context.err);
-        return kExitFailure;
-    }
 
     const QString scenarioPath = positional.first();
     QFile file(scenarioPath);
@@ -307,10 +302,7 @@ int RunBuild(const QStringList& args, Context& context) {
     }
 
     Workspace workspace;
-    workspace.AppDirectory = context.appDirectory;
-    // Start-up sets the export extension before the first NewNetwork.
-    workspace.Net.ExportExtension = ".cop";
-    NewNetwork(workspace.Net, workspace.AppDirectory);
+    StartWorkspace(workspace, context.appDirectory);
     try {
         ScenarioBuilder(workspace, context).Apply(document.object());
     } catch (const ScenarioError& error) {

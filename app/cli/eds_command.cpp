@@ -12,11 +12,10 @@ namespace velmora::cli {
 
 namespace {
 
-void PrintEdsUsage(std::ostream& out) {
-    out << "Uso: velmora-cli eds FILE\n\n"
-           "Carica FILE con LoadEds (la sua cartella fa da cartella EDS) e CountEdsPdos e\n"
-           "stampa come JSON la tabella degli oggetti, dalla posizione 1 a EdsObjectCount.\n";
-}
+const char* const kEdsUsage =
+    "Uso: velmora-cli eds FILE\n\n"
+    "Carica FILE con LoadEds (la sua cartella fa da cartella EDS) e CountEdsPdos e\n"
+    "stampa come JSON la tabella degli oggetti, dalla posizione 1 a EdsObjectCount.\n";
 
 void WriteObject(JsonWriter& json, int position, const EdsObject& object) {
     json.BeginObject()
@@ -41,21 +40,10 @@ void WriteObject(JsonWriter& json, int position, const EdsObject& object) {
 
 int RunEds(const QStringList& args, Context& context) {
     QCommandLineParser parser;
-    const QCommandLineOption helpOption(QStringList{"h", "help"}, "aiuto");
-    parser.addOption(helpOption);
-    parser.addPositionalArgument("FILE", "file EDS");
-    if (!parser.parse(QStringList{"eds"} + args)) {
-        return context.Fail(parser.errorText().toStdString());
-    }
-    if (parser.isSet(helpOption)) {
-        PrintEdsUsage(context.out);
-        return kExitOk;
+    if (const auto stop = ParseCommandArguments(parser, args, "eds", kEdsUsage, context, 1)) {
+        return *stop;
     }
     const QStringList positional = parser.positionalArguments();
-    if (positional.size() != 1) {
-        PrintEdsUsage(context.err);
-        return kExitFailure;
-    }
 
     std::string folder;
     std::string name;
