@@ -123,13 +123,10 @@ TEST_F(BuildCommand, RefusesBadScenarios) {
         {R"({"nodes": [{"node": 5, "eds": "drive.eds"}, {"node": 5, "eds": "drive.eds"}]})",
          "Il nodo 5 è già occupato da drive"},
         {R"({"nodes": [{"node": 2, "eds": "nothere.eds"}]})", "Eds non trovato:nothere.eds"},
-        {R"({"nodes": [{"node": 0, "eds": "drive.eds"}]})", "nodes[0].node"},
         {R"({"nodes": [{"node": 502, "eds": "drive.eds"}]})", "nodes[0].node"},
-        {R"({"nodes": [{"node": 1.5, "eds": "drive.eds"}]})", "nodes[0].node"},
         {R"({"nodes": [{"node": "1", "eds": "drive.eds"}]})", "nodes[0].node"},
         {R"({"nodes": [{"node": 1}]})", "\"eds\""},
         {R"({"nodes": [{"node": 1, "eds": "drive.eds", "pdos": {"TX2": {}}}]})", "TX2"},
-        {R"({"nodes": [{"node": 1, "eds": "drive.eds", "pdos": {"XX0": {}}}]})", "XX0"},
         {R"({"nodes": [{"node": 1, "eds": "drive.eds", "pdos": {"RX0": {"mode": 3}}}]})", "mode"},
         {R"({"nodes": [{"node": 1, "eds": "drive.eds", "pdos": {"RX0": {"mappings":
             [["a","1","0","8"],["a","1","0","8"],["a","1","0","8"],["a","1","0","8"],
@@ -141,7 +138,6 @@ TEST_F(BuildCommand, RefusesBadScenarios) {
          "parameters[0]"},
         {R"({"nodes": [{"node": 1, "eds": "drive.eds", "colour": "red"}]})", "colour"},
         {R"({"max_fast_pdo": -1})", "max_fast_pdo"},
-        {R"({"nodes": {}})", "nodes"},
         {R"([1, 2])", "oggetto JSON"},
         {R"({"nodes": [)", "JSON non valido"},
     };

@@ -2,6 +2,7 @@
 #include "eds/eds_reader.h"
 #include "eds/eds_text.h"
 #include "model/runtime_error.h"
+#include "model/text.h"
 #include "support/temp_dir.h"
 
 #include <sstream>
@@ -116,29 +117,13 @@ TEST(EdsReader, StoresSectionsFromPositionTwo) {
     EXPECT_EQ(GetEdsObject(table, 1), UnreadEdsObject());
     EXPECT_EQ(GetEdsObject(table, 4), UnreadEdsObject());
 
-    const EdsObject main = GetEdsObject(table, 2);
-    EXPECT_EQ(main.IndexText, "4096");
-    EXPECT_EQ(main.SubIndexText, "-1");
-    EXPECT_EQ(main.IsMainObject, -1);
-    EXPECT_EQ(main.ParameterName, "device type");
-    EXPECT_EQ(main.ObjectType, 7);
-    EXPECT_EQ(main.DataType, 7);
-    EXPECT_EQ(main.AccessType, "ro");
-    EXPECT_EQ(main.DefaultValue, "0x00020192");
-    EXPECT_EQ(main.HighLimit, 999999999); // no HighLimit line
-    EXPECT_EQ(main.PdoMapping, 0);
-
-    const EdsObject sub = GetEdsObject(table, 3);
-    EXPECT_EQ(sub.IndexText, "4120");
-    EXPECT_EQ(sub.SubIndexText, "1");
-    EXPECT_EQ(sub.IsMainObject, 0);
-    EXPECT_EQ(sub.LowLimit, -5);
-    EXPECT_EQ(sub.HighLimit, 100);
-    EXPECT_EQ(sub.ObjFlags, "0x1");
-    EXPECT_EQ(sub.SubNumber, -1); // narrowed to 16 bits
-    EXPECT_EQ(sub.PdoMapping, -1);
-    EXPECT_EQ(sub.DefaultValue, "2");
-
+    // Fields in order: texts of index and sub-index, IsMainObject, name, ObjectType,
+    // DataType, LowLimit, HighLimit (999999999 when absent), AccessType, DefaultValue,
+    // PdoMapping, ObjFlags, SubNumber (narrowed to 16 bits).
+    EXPECT_EQ(GetEdsObject(table, 2), (EdsObject{"4096", "-1", -1, "device type", 7, 7, 0,
+                                                 999999999, "ro", "0x00020192", 0, "", 0}));
+    EXPECT_EQ(GetEdsObject(table, 3),
+              (EdsObject{"4120", "1", 0, "vendor id", 0, 0, -5, 100, "0", "2", -1, "0x1", -1}));
     EXPECT_THROW(GetEdsObject(table, 4001), RuntimeError);
     EXPECT_THROW(GetEdsObject(table, -1), RuntimeError);
 
@@ -180,7 +165,7 @@ TEST(EdsReader, OuterLoopLeniencyAndGranularity) {
 
     Load(table, "[Comments]\nLines=1\nab=1\n[1000]\n");
     // "ab=1" (four characters) is taken for an object section with index 0xAB; its list
-    // runs to the [1000] header, which is then a section of its own.
+    // ends at the [1000] header, which is the file's last line and is not processed.
     ASSERT_EQ(GetEdsObjectCount(table), 2);
     EXPECT_EQ(GetEdsObject(table, 2).IndexText, "171");
     EXPECT_EQ(table.EdsGranularity(), 8); // kept across loads
@@ -191,18 +176,15 @@ TEST(EdsReader, OuterLoopLeniencyAndGranularity) {
 
 TEST(EdsReader, LineEndings) {
     EdsObjectTable table;
+    // CR LF, LF, lone CR, mixed; a last line without an end; "\n\r" is two ends.
     for (const char* text : {"[1000]\r\nParameterName=A\r\n[1001]\r\nParameterName=B",
-                             "[1000]\nParameterName=A\n[1001]\nParameterName=B\n",
-                             "[1000]\rParameterName=A\r[1001]\rParameterName=B\r",
-                             "[1000]\r\nParameterName=A\n[1001]\rParameterName=B"}) {
+                             "[1000]\n\rParameterName=A\n[1001]\nParameterName=B\n",
+                             "[1000]\rParameterName=A\r[1001]\r\nParameterName=B\r"}) {
         Load(table, text);
         ASSERT_EQ(GetEdsObjectCount(table), 3);
         EXPECT_EQ(GetEdsObject(table, 2).ParameterName, "a");
         EXPECT_EQ(GetEdsObject(table, 3).ParameterName, "b");
     }
-    // "\n\r" is two line ends: the empty line between them counts in the section.
-    Load(table, "[1000]\n\rParameterName=A");
-    EXPECT_EQ(GetEdsObject(table, 2).ParameterName, "a");
 }
 
 TEST(EdsReader, SectionOfMoreThanHundredLinesIsASubscriptError) {
@@ -266,12 +248,8 @@ TEST(EdsReader, CountEdsPdos) {
     std::string text;
     // 18 TX PDOs, 0x1800..0x1811: only 17 lie within the counted range.
     for (int k = 0; k < 18; ++k) {
-        const std::string n = k < 16 ? "0" + std::string(1, "0123456789ABCDEF"[k])
-                                     : "1" + std::string(1, "01"[k - 16]);
-        text += "[18" + n + "sub2]\n[1A" + n + "sub0]\n";
+        text += "[" + HexText(0x1800 + k) + "sub2]\n[" + HexText(0x1A00 + k) + "sub0]\n";
     }
-    // TX needs sub-index 2: [1850] and [1A50] without [1850sub2] do not count.
-    text += "[1810]\n[1A10]\n";
     // RX needs only some entry of 0x14xx and of 0x16xx.
     text += "[1400sub1]\n[1600sub0]\n[1401]\n[1602]\n";
     Load(table, text);
@@ -279,7 +257,8 @@ TEST(EdsReader, CountEdsPdos) {
     EXPECT_EQ(counts.txCount, 17);
     EXPECT_EQ(counts.rxCount, 1);
 
-    Load(table, "[1800]\n[1A00]\n");
+    // TX needs sub-index 2 of the communication object.
+    Load(table, "[1800]\n[1A00]\n[1801sub1]\n[1A01]\n");
     EXPECT_EQ(CountEdsPdos(table).txCount, 0);
 }
 

@@ -53,14 +53,6 @@ TEST(RealEdsFiles, NodesWithTheirDefaultMappings) {
     EXPECT_EQ(tx0.Mappings[2].Vcb, "vl velocity actual value");
     EXPECT_EQ(drive.PdoAt(2).DefaultCobId, "20A");
     EXPECT_EQ(drive.PdoAt(2).Settings.Mappings[2].Vcb, "bremse aktiv");
-
-    // Nameless mapped objects: every entry after the first is numbered.
-    AddNodeFromEds(workspace, "nodecanopen_test.eds", 10);
-    const PdoSettings& tx = workspace.Net.NodeAt(10).PdoAt(0).Settings;
-    ASSERT_EQ(tx.MappingCount, 8);
-    EXPECT_EQ(tx.Mappings[0], (PdoMapping{"", "2001", "1", "8", kTrue}));
-    EXPECT_EQ(tx.Mappings[1].Vcb, " # 0");
-    EXPECT_EQ(tx.Mappings[7].Vcb, " # 6");
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "pdo/cob_id.h"
 #include "pdo/cob_id_entry.h"
 #include "pdo/field_flags.h"
-#include "pdo/mode_choice.h"
 #include "pdo/node_paste.h"
 
 #include <string>
@@ -201,60 +200,44 @@ TEST_F(CobIdEntry, ConflictOffersInsertAnyway) {
     EXPECT_TRUE(Check("h", "1A0").Passed());
 }
 
-TEST(CobIdKeys, Filters) {
-    EXPECT_EQ(FilterCobIdKey("h", U'g'), 0u);
-    EXPECT_EQ(FilterCobIdKey("h", U'G'), U'G');
-    EXPECT_EQ(FilterCobIdKey("h", U':'), U':');
-    EXPECT_EQ(FilterCobIdKey("h", U'f'), U'f');
-    EXPECT_EQ(FilterCobIdKey("h", U'0'), U'0');
-    EXPECT_EQ(FilterCobIdKey("h", 8), 0u); // Backspace
+TEST(CobIdKeys, FiltersAndBases) {
+    // Kept in base "h": codes 0x30..0x66 ("G" and ":" too); in base "d" digits only.
+    // Backspace is discarded in both.
+    const char32_t kept[] = {U'0', U'f', U'G', U':'};
+    for (char32_t key : kept) {
+        EXPECT_EQ(FilterCobIdKey("h", key), key);
+    }
+    for (char32_t key : {U'g', char32_t{8}}) {
+        EXPECT_EQ(FilterCobIdKey("h", key), 0u);
+        EXPECT_EQ(FilterCobIdKey("d", key), 0u);
+    }
     EXPECT_EQ(FilterCobIdKey("d", U'7'), U'7');
-    EXPECT_EQ(FilterCobIdKey("d", U'a'), 0u);
-    EXPECT_EQ(FilterCobIdKey("d", 8), 0u);
 
-    IndexKeyCheck check = FilterIndexKey("h", U'g', "mapping");
-    EXPECT_FALSE(check.Alert); // below "h"
-    check = FilterIndexKey("h", U'h', "mapping");
-    EXPECT_EQ(check.Key, U'h');
-    ASSERT_TRUE(check.Alert);
-    EXPECT_EQ(check.Alert->Source, "mapping");
-    EXPECT_EQ(check.Alert->Line1, "Inserire un valore esadecimale corretto");
-    EXPECT_EQ(check.Alert->Line2, "compreso tra 0x180 e 0x57F");
-    EXPECT_TRUE(check.Alert->DisablesEditor);
-    check = FilterIndexKey("d", U'a', "parametri");
-    ASSERT_TRUE(check.Alert);
-    EXPECT_EQ(check.Alert->Line1, "Inserire un valore decimale corretto");
-    EXPECT_EQ(check.Alert->Line2, "");
-    EXPECT_FALSE(FilterIndexKey("d", U'5', "parametri").Alert);
-}
+    // The editors' variant keeps the key and raises the alert from "h" on.
+    EXPECT_FALSE(FilterIndexKey("h", U'g', "mapping").Alert);
+    const IndexKeyCheck hex = FilterIndexKey("h", U'h', "mapping");
+    EXPECT_EQ(hex.Key, U'h');
+    ASSERT_TRUE(hex.Alert);
+    EXPECT_EQ(*hex.Alert, (AlertRequest{"mapping", "Inserire un valore esadecimale corretto",
+                                        "compreso tra 0x180 e 0x57F", "", true, false, ""}));
+    const IndexKeyCheck dec = FilterIndexKey("d", U'a', "parametri");
+    ASSERT_TRUE(dec.Alert);
+    EXPECT_EQ(dec.Alert->Line1, "Inserire un valore decimale corretto");
+    EXPECT_EQ(dec.Alert->Line2, "");
 
-TEST(CobIdKeys, BaseSwitching) {
     std::string base = "h";
     std::string text = "180";
     ToHexBase(base, text); // already hexadecimal: nothing happens
-    EXPECT_EQ(text, "180");
     ToDecimalBase(base, text);
-    EXPECT_EQ(base, "d");
-    EXPECT_EQ(text, "384");
-    ToDecimalBase(base, text);
-    EXPECT_EQ(text, "384");
+    EXPECT_EQ(base + text, "d384");
     text = "1407";
     ToHexBase(base, text);
-    EXPECT_EQ(base, "h");
-    EXPECT_EQ(text, "57F");
+    EXPECT_EQ(base + text, "h57F");
     text = "FFFF"; // does not fit 16 bits signed
     EXPECT_THROW(ToDecimalBase(base, text), RuntimeError);
-}
 
-TEST(FieldFlagsAndModes, EncodeDecode) {
-    EXPECT_EQ(EncodeFieldFlags(true, true, false, false, false), 3);
-    EXPECT_EQ(EncodeFieldFlags(true, true, true, true, true), 31);
-    EXPECT_EQ(DecodeFieldFlags(0x15), (FieldFlags{1, 0, 1, 0, 1}));
     EXPECT_EQ(DecodeFieldFlags(-1), (FieldFlags{1, 1, 1, 1, 1})); // high bits ignored
-    EXPECT_EQ(DecodeFieldFlags(0x20), FieldFlags{});
-    EXPECT_EQ(StoredModeText("Manuale"), "Manual");
-    EXPECT_EQ(StoredModeText("Manual"), "Manual");
-    EXPECT_EQ(StoredModeText("Fast"), "Fast");
+    EXPECT_EQ(EncodeFieldFlags(true, false, true, false, true), 21);
 }
 
 TEST(NodePaste, NewDefaultsOrConflict) {
