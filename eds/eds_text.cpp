@@ -3,7 +3,6 @@
 #include "model/numeric.h"
 #include "model/text.h"
 
-#include <cmath>
 #include <limits>
 
 namespace velmora {
