@@ -1,9 +1,11 @@
 #pragma once
 
-// The state that lives as long as the program: the network, the channel counters, the
-// application folder and the configuration's modified mark. The GUI and velmora-cli each own
-// one Workspace and pass it, or the parts of it an operation needs, to the core.
+// The state that lives as long as the program: the network, the channel counters, the EDS
+// object table, the application folder and the configuration's modified mark. The GUI and
+// velmora-cli each own one Workspace and pass it, or the parts of it an operation needs, to
+// the core.
 
+#include "eds/eds_object_table.h"
 #include "export/channel_counters.h"
 #include "model/network.h"
 
@@ -21,6 +23,8 @@ struct Workspace {
     ChannelCounters Channels;
     // -1 while the network has changes that are not on disk.
     std::int16_t Modified = 0;
+    // The last EDS file loaded; every operation that needs a node's EDS loads it again.
+    EdsObjectTable Eds;
     // The "*.eds" files of the EDS folder, as the add-node dialog offers them.
     std::vector<std::string> EdsFiles;
 

@@ -69,6 +69,7 @@ const std::vector<Command>& Commands() {
         {"export", "scrive il file per ORV di una configurazione .nodi", RunExport},
         {"check", "analisi dei canali di una configurazione .nodi", RunCheck},
         {"show", "stampa l'albero della rete di una configurazione .nodi", RunShow},
+        {"eds", "stampa la tabella degli oggetti di un file EDS come JSON", RunEds},
     };
     return commands;
 }

@@ -59,5 +59,6 @@ int RunBuild(const QStringList& args, Context& context);
 int RunExport(const QStringList& args, Context& context);
 int RunCheck(const QStringList& args, Context& context);
 int RunShow(const QStringList& args, Context& context);
+int RunEds(const QStringList& args, Context& context);
 
 } // namespace velmora::cli

@@ -124,6 +124,4 @@ int RunDump(const QStringList& args, Context& context) {
     return kExitOk;
 }
 
-int RunBuild(const QStringList&, Context& context) { return context.Fail("build: da fare"); }
-
 } // namespace velmora::cli
