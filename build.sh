@@ -60,6 +60,12 @@ run_tests() {
     rm -rf "$seeds"
     mkdir -p "$seeds"
     build-fuzz/fuzz/make_fuzz_seeds "$seeds"
+    # Small real EDS files make good seeds when the shared corpus is beside the checkout.
+    for file in nodecanopen_example.eds ros2canopen_simple.eds victron_curtis_e.eds; do
+        if [ -f "../shared/corpus/eds/$file" ]; then
+            cp "../shared/corpus/eds/$file" "$seeds/eds_reader/"
+        fi
+    done
     for fuzzer in build-fuzz/fuzz/*_fuzz; do
         name=$(basename "$fuzzer" _fuzz)
         corpus=build-fuzz/corpus/$name
