@@ -1,11 +1,12 @@
 #pragma once
 
-// The state that lives as long as the program: the network, the channel counters, the EDS
+// The state that lives as long as the program: the network, the channel analysis, the EDS
 // object table, the application folder and the configuration's modified mark. The GUI and
 // velmora-cli each own one Workspace and pass it, or the parts of it an operation needs, to
 // the core.
 
 #include "eds/eds_object_table.h"
+#include "export/channel_analysis.h"
 #include "export/channel_counters.h"
 #include "model/network.h"
 
@@ -21,6 +22,9 @@ struct Workspace {
     std::string AppDirectory;
     Network Net;
     ChannelCounters Channels;
+    // What the channel dialog ("Controllo Canali") shows; like the dialog, it keeps its
+    // content between analyses.
+    ChannelDialogState ChannelDialog;
     // -1 while the network has changes that are not on disk.
     std::int16_t Modified = 0;
     // The last EDS file loaded; every operation that needs a node's EDS loads it again.

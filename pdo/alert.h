@@ -8,8 +8,8 @@
 namespace velmora {
 
 struct AlertRequest {
-    // The dialog to enable again when the alert closes: "pdowin", "mainWin", "incollaWin",
-    // "mapping", "parametri".
+    // The dialog to enable again when the alert closes: "pdowin", "mainWin", "MainWin",
+    // "incollaWin", "mapping", "parametri", "addWin".
     std::string Source;
     std::string Line1;
     std::string Line2;
@@ -22,6 +22,17 @@ struct AlertRequest {
     std::string Candidate;
 
     bool operator==(const AlertRequest&) const = default;
+};
+
+// The one modal alert dialog (ShowAlert). It shows the two lines, and the check box
+// "Inserisci comunque il Cob-Id" when the request offers it, and returns when the user closes
+// it: true when the check box was ticked. The caller disables its own dialog before and
+// enables it again after, as the request's Source says. The GUI implements it with a Qt
+// dialog; tests answer from a script.
+class AlertDialog {
+public:
+    virtual ~AlertDialog() = default;
+    virtual bool ShowAlert(const AlertRequest& request) = 0;
 };
 
 } // namespace velmora
