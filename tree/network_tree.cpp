@@ -109,6 +109,9 @@ std::string_view NetworkTree::Key(int i) const {
 
 std::string_view NetworkTree::Caption(int i) const {
     const Entry& entry = EntryAt(i);
+    if (i == 0 && rootCaption_) {
+        return *rootCaption_;
+    }
     return std::string_view(text_).substr(entry.captionBegin,
                                           entry.captionEnd - entry.captionBegin);
 }
@@ -127,6 +130,13 @@ void NetworkTree::Clear() {
     items_.clear();
     children_.clear();
     text_.clear();
+    rootCaption_.reset();
+}
+
+void NetworkTree::SetRootCaption(std::string caption) {
+    if (!items_.empty()) {
+        rootCaption_ = std::move(caption);
+    }
 }
 
 // The key is appended to text_ after BeginItem, the caption after StartCaption.

@@ -14,6 +14,7 @@
 // node key followed by "@Can_netParameter"; parameter k "@" slot.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -97,6 +98,12 @@ public:
     std::int16_t CollapseOnRebuild() const { return collapseOnRebuild_; }
     void SetCollapseOnRebuild(std::int16_t value) { collapseOnRebuild_ = value; }
 
+    // Removes every item.
+    void Clear();
+    // Replaces the root's caption until the next rebuild or clear (the saved and modified
+    // marks); does nothing while the tree is empty.
+    void SetRootCaption(std::string caption);
+
     int Size() const { return static_cast<int>(items_.size()); }
     // Item i in tree order (0 is the root); i outside the tree is SubscriptOutOfRange.
     const TreeItem& Item(int i) const;
@@ -135,13 +142,13 @@ private:
     void StartCaption(int item);
     void EndItem(int item);
     void LinkChildren();
-    void Clear();
     const Entry& EntryAt(int i) const;
     TreeTarget TargetOf(const Network& network, int i) const;
 
     std::vector<Entry> items_;
     std::vector<int> children_;
     std::string text_;
+    std::optional<std::string> rootCaption_;
     std::int16_t collapseOnRebuild_ = 0;
 };
 
