@@ -5,10 +5,10 @@
 #include "storage/configuration_file.h"
 #include "storage/record_io.h"
 
-#include <benchmark/benchmark.h>
-
 #include <filesystem>
 #include <memory>
+
+#include <benchmark/benchmark.h>
 
 namespace {
 
@@ -24,8 +24,8 @@ void FillToTheLimit(Node& node, int slot) {
         fill(pdo.Note);
         fill(pdo.Direction);
         PdoSettings& s = pdo.Settings;
-        for (std::string* text : {&s.CobId, &s.EventTime, &s.InhibitTime, &s.Comm, &s.Mode,
-                                  &s.Bytes}) {
+        for (std::string* text :
+             {&s.CobId, &s.EventTime, &s.InhibitTime, &s.Comm, &s.Mode, &s.Bytes}) {
             fill(*text);
         }
         for (PdoMapping& mapping : s.Mappings) {

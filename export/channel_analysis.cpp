@@ -17,10 +17,6 @@ std::int16_t Sum16(long long value, const char* what) {
     return static_cast<std::int16_t>(value);
 }
 
-void Increment(std::int16_t& counter) {
-    counter = Sum16(counter + 1LL, "contatori dei canali");
-}
-
 // Calls visit(node) for each configured node among the first nodeCount in-use slots.
 template <typename Visit>
 void ForEachConfiguredNode(const Network& network, int nodeCount, Visit visit) {
@@ -54,25 +50,8 @@ void CountChannels(const Network& network, int nodeCount, ChannelCounters& count
     counters.rxSlow = 0;
     counters.txFast = 0;
     counters.rxFast = 0;
-    ForEachConfiguredNode(network, nodeCount, [&counters](const Node& node) {
-        int p = 0;
-        for (; p <= kLastPdo && node.Pdos[p].Direction == PdoDirection::Tx; ++p) {
-            const std::string& mode = node.Pdos[p].Settings.Mode;
-            if (mode == TransmissionMode::Fast) {
-                Increment(counters.txFast);
-            } else if (mode == TransmissionMode::Slow) {
-                Increment(counters.txSlow);
-            }
-        }
-        for (; p <= kLastPdo && node.Pdos[p].Direction == PdoDirection::Rx; ++p) {
-            const std::string& mode = node.Pdos[p].Settings.Mode;
-            if (mode == TransmissionMode::Fast) {
-                Increment(counters.rxFast);
-            } else if (mode == TransmissionMode::Slow) {
-                Increment(counters.rxSlow);
-            }
-        }
-    });
+    ForEachConfiguredNode(network, nodeCount,
+                          [&counters](const Node& node) { CountNodeModes(node, counters); });
 }
 
 void SumFastBytes(const Network& network, ChannelCounters& counters) {

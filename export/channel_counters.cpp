@@ -17,6 +17,26 @@ void Increment(std::int16_t& counter) {
 
 } // namespace
 
+void CountNodeModes(const Node& node, ChannelCounters& counters) {
+    int p = 0;
+    for (; p <= kLastPdo && node.Pdos[p].Direction == PdoDirection::Tx; ++p) {
+        const std::string& mode = node.Pdos[p].Settings.Mode;
+        if (mode == TransmissionMode::Fast) {
+            Increment(counters.txFast);
+        } else if (mode == TransmissionMode::Slow) {
+            Increment(counters.txSlow);
+        }
+    }
+    for (; p <= kLastPdo && node.Pdos[p].Direction == PdoDirection::Rx; ++p) {
+        const std::string& mode = node.Pdos[p].Settings.Mode;
+        if (mode == TransmissionMode::Fast) {
+            Increment(counters.rxFast);
+        } else if (mode == TransmissionMode::Slow) {
+            Increment(counters.rxSlow);
+        }
+    }
+}
+
 void RecountAfterLoad(const Network& network, ChannelCounters& counters) {
     counters.txSlow = 0;
     counters.rxSlow = 0;
@@ -24,25 +44,8 @@ void RecountAfterLoad(const Network& network, ChannelCounters& counters) {
     counters.rxFast = 0;
     for (int slot = 0; slot <= kLastSlot; ++slot) {
         const Node& node = network.NodeAt(slot);
-        if (node.InUse == 0 || node.Configured == 0) {
-            continue;
-        }
-        int p = 0;
-        for (; p <= kLastPdo && node.PdoAt(p).Direction == PdoDirection::Tx; ++p) {
-            const std::string& mode = node.PdoAt(p).Settings.Mode;
-            if (mode == TransmissionMode::Fast) {
-                Increment(counters.txFast);
-            } else if (mode == TransmissionMode::Slow) {
-                Increment(counters.txSlow);
-            }
-        }
-        for (; p <= kLastPdo && node.PdoAt(p).Direction == PdoDirection::Rx; ++p) {
-            const std::string& mode = node.PdoAt(p).Settings.Mode;
-            if (mode == TransmissionMode::Fast) {
-                Increment(counters.rxFast);
-            } else if (mode == TransmissionMode::Slow) {
-                Increment(counters.rxSlow);
-            }
+        if (node.InUse != 0 && node.Configured != 0) {
+            CountNodeModes(node, counters);
         }
     }
 }

@@ -8,6 +8,7 @@
 namespace velmora {
 
 struct Network;
+struct Node;
 
 struct ChannelCounters {
     std::int16_t txSlow = 0;
@@ -20,6 +21,11 @@ struct ChannelCounters {
 
     bool operator==(const ChannelCounters&) const = default;
 };
+
+// Adds one node's PDOs to the four PDO counters: entries from 0 while the direction is
+// "TX", then on while it is "RX" (ending at the end of the table), "Fast" and "Slow" counted,
+// every other mode ignored. A counter past 32767 is the Overflow error.
+void CountNodeModes(const Node& node, ChannelCounters& counters);
 
 // The recount that follows loading a configuration: the four PDO counters are reset, then
 // every in-use slot whose Configured flag is set has its TX PDOs walked from entry 0 while

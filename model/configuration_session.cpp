@@ -68,8 +68,8 @@ void ConfigurationSession::New() {
 }
 
 void ConfigurationSession::Load() {
-    const auto chosen = dialogs_.ChooseFileToOpen("Carica configurazione ...",
-                                                  ConfigurationFilters());
+    const auto chosen =
+        dialogs_.ChooseFileToOpen("Carica configurazione ...", ConfigurationFilters());
     if (!chosen) {
         return;
     }
@@ -77,6 +77,10 @@ void ConfigurationSession::Load() {
     std::string name;
     SplitPath(*chosen, directory, name);
     host_.EnableFileCommand();
+    LoadAndShow(directory, name);
+}
+
+void ConfigurationSession::LoadAndShow(const std::string& directory, const std::string& name) {
     try {
         LoadConfiguration(workspace_, directory, name);
     } catch (const RuntimeError&) {
@@ -103,8 +107,8 @@ void ConfigurationSession::Save() {
 }
 
 bool ConfigurationSession::SaveAs() {
-    const auto chosen = dialogs_.ChooseFileToSave("Salvaconfigurazione ...",
-                                                  ConfigurationFilters());
+    const auto chosen =
+        dialogs_.ChooseFileToSave("Salvaconfigurazione ...", ConfigurationFilters());
     if (!chosen) {
         return false;
     }
@@ -114,13 +118,7 @@ bool ConfigurationSession::SaveAs() {
     SaveConfiguration(workspace_.Net, directory, name);
     ShowMark(" (salvato)");
     // Read the file back, so that the network shown is the one on disk.
-    try {
-        LoadConfiguration(workspace_, directory, name);
-    } catch (const RuntimeError&) {
-        host_.RebuildTree();
-        throw;
-    }
-    host_.RebuildTree();
+    LoadAndShow(directory, name);
     host_.EnableFileCommand();
     workspace_.Modified = 0;
     return true;

@@ -51,6 +51,8 @@ public:
 
 private:
     void ShowMark(const char* mark);
+    // LoadConfiguration, then the tree redrawn, also when the load fails half-way.
+    void LoadAndShow(const std::string& directory, const std::string& name);
 
     Workspace& workspace_;
     UserDialogs& dialogs_;

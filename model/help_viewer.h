@@ -9,7 +9,7 @@
 namespace velmora {
 
 namespace HelpPage {
-inline constexpr const char* Main = "main.htm";         // "Guida in linea"
+inline constexpr const char* Main = "main.htm";          // "Guida in linea"
 inline constexpr const char* MainWindow = "mainfrm.htm"; // F1 in the main window
 inline constexpr const char* PdoEditor = "editPDO.htm";  // F1 in the PDO editor
 inline constexpr const char* MappingEditor = "mapPDO.htm";

@@ -17,9 +17,9 @@ namespace velmora {
 namespace {
 
 // The commands NewNetwork disables and node creation enables.
-constexpr Command kNodeCommands[] = {Command::ModifyNode,   Command::Remove,
-                                     Command::CopyNode,     Command::PasteNode,
-                                     Command::ConfigurePdo, Command::AddParameter,
+constexpr Command kNodeCommands[] = {Command::ModifyNode,      Command::Remove,
+                                     Command::CopyNode,        Command::PasteNode,
+                                     Command::ConfigurePdo,    Command::AddParameter,
                                      Command::ModifyParameter, Command::SaveToLibrary};
 constexpr int kNodeButtons[] = {8, 9, 10, 11, 13};
 constexpr int kPasteButton = 11;
@@ -216,8 +216,8 @@ void MainCommands::ApplySelection(const TreeTarget& target, const TreeSelection&
     EnableNodeCommands(ofNode);
     SetEnabled(Command::ConfigurePdo, target.Kind == TreeTargetKind::Pdo);
     SetEnabled(Command::ModifyParameter, target.Kind == TreeTargetKind::Parameter);
-    SetEnabled(Command::Remove, target.Kind == TreeTargetKind::Node ||
-                                    target.Kind == TreeTargetKind::Parameter);
+    SetEnabled(Command::Remove,
+               target.Kind == TreeTargetKind::Node || target.Kind == TreeTargetKind::Parameter);
     SetButton(9, target.Kind == TreeTargetKind::Node);
     if (selection.DisableButtons9And10) {
         SetButton(9, false);
@@ -264,7 +264,9 @@ void MainCommands::ExpandItem(int i, bool expanded) {
     }
 }
 
-void MainCommands::HelpKey() { help_.OpenHelpPage(HelpPage::MainWindow); }
+void MainCommands::HelpKey() {
+    help_.OpenHelpPage(HelpPage::MainWindow);
+}
 
 void MainCommands::DialogClosed(const DialogRequest& request, bool changed) {
     using Kind = DialogRequest::Kind;
@@ -342,8 +344,9 @@ void MainCommands::CopySelected() {
 }
 
 void MainCommands::AddEdsFile() {
-    const auto chosen = dialogs_.ChooseFileToOpen(
-        "Carica configurazione ...", {{"tipo di file (*.eds)", "*.eds"}, {"All Files (*.*)", "*.*"}});
+    const auto chosen =
+        dialogs_.ChooseFileToOpen("Carica configurazione ...",
+                                  {{"tipo di file (*.eds)", "*.eds"}, {"All Files (*.*)", "*.*"}});
     if (!chosen) {
         return;
     }
@@ -399,21 +402,29 @@ void MainCommands::RebuildTree() {
     }
 }
 
-bool MainCommands::TreeHasItems() const { return tree_.Size() > 0; }
+bool MainCommands::TreeHasItems() const {
+    return tree_.Size() > 0;
+}
 
-void MainCommands::ShowRootCaption(const std::string& caption) { tree_.SetRootCaption(caption); }
+void MainCommands::ShowRootCaption(const std::string& caption) {
+    tree_.SetRootCaption(caption);
+}
 
-void MainCommands::ChangeMarked() { SetButton(kCopyButton, true); }
+void MainCommands::ChangeMarked() {
+    SetButton(kCopyButton, true);
+}
 
-void MainCommands::EnableFileCommand() { SetEnabled(Command::FileSave, true); }
+void MainCommands::EnableFileCommand() {
+    SetEnabled(Command::FileSave, true);
+}
 
 std::string InfoTextFor(const Workspace& workspace, const TreeTarget& target) {
     const Network& network = workspace.Net;
     if (target.Slot < 0) {
-        return "Configurazione: " + network.FileName + "\nNodi: " +
-               std::to_string(network.NodeCount) + "\nFile di esportazione: " +
-               network.ExportPath + "\nNumero max di PDO fast: " +
-               std::to_string(network.MaxFastPdo());
+        return "Configurazione: " + network.FileName +
+               "\nNodi: " + std::to_string(network.NodeCount) +
+               "\nFile di esportazione: " + network.ExportPath +
+               "\nNumero max di PDO fast: " + std::to_string(network.MaxFastPdo());
     }
     const Node& node = network.NodeAt(target.Slot);
     const std::string nodeLine =
@@ -423,9 +434,9 @@ std::string InfoTextFor(const Workspace& workspace, const TreeTarget& target) {
         const Pdo& pdo = node.PdoAt(target.PdoIndex);
         const PdoSettings& s = pdo.Settings;
         std::string text = nodeLine + PdoName(pdo) + " (" + s.Mode + ")\nCob_Id: " + s.CobId +
-                           "\nByte: " + s.Bytes + "\nComm: " + s.Comm + "\nInhibit_time: " +
-                           s.InhibitTime + "\nEvent_time: " + s.EventTime + "\nMappature: " +
-                           std::to_string(s.MappingCount);
+                           "\nByte: " + s.Bytes + "\nComm: " + s.Comm +
+                           "\nInhibit_time: " + s.InhibitTime + "\nEvent_time: " + s.EventTime +
+                           "\nMappature: " + std::to_string(s.MappingCount);
         for (int k = 0; k < std::min<int>(s.MappingCount, kLastMapping + 1); ++k) {
             const PdoMapping& m = s.MappingAt(k);
             text += "\n  " + m.Vcb + " [" + m.ObjectIndex + " sub " + m.SubIndex + "] " +
@@ -441,10 +452,10 @@ std::string InfoTextFor(const Workspace& workspace, const TreeTarget& target) {
     case TreeTargetKind::ParameterFolder:
         return nodeLine + "Parametri: " + std::to_string(node.ParameterCount);
     default:
-        return nodeLine + "PDO TX: " + std::to_string(node.TxPdoCount) + "\nPDO RX: " +
-               std::to_string(node.RxPdoCount) + "\nParametri: " +
-               std::to_string(node.ParameterCount) + "\nTime-out: " +
-               std::to_string(node.repetitions) + " ripetizioni, " +
+        return nodeLine + "PDO TX: " + std::to_string(node.TxPdoCount) +
+               "\nPDO RX: " + std::to_string(node.RxPdoCount) +
+               "\nParametri: " + std::to_string(node.ParameterCount) +
+               "\nTime-out: " + std::to_string(node.repetitions) + " ripetizioni, " +
                std::to_string(node.repetitionTime) + " ms";
     }
 }

@@ -60,7 +60,9 @@ const Node& NodeTable::At(int slot) const {
     return (*nodes_)[static_cast<std::size_t>(slot)];
 }
 
-bool NodeTable::operator==(const NodeTable& other) const { return *nodes_ == *other.nodes_; }
+bool NodeTable::operator==(const NodeTable& other) const {
+    return *nodes_ == *other.nodes_;
+}
 
 void ClearNode(Network& network, int slot) {
     Node& node = network.NodeAt(slot);
@@ -112,6 +114,8 @@ void NewNetwork(Network& network, std::string_view appDirectory) {
     network.MaxFastPdo() = 10;
 }
 
-const std::string& CurrentFileName(const Network& network) { return network.FileName; }
+const std::string& CurrentFileName(const Network& network) {
+    return network.FileName;
+}
 
 } // namespace velmora

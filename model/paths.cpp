@@ -28,7 +28,9 @@ bool EqualsIgnoringAsciiCase(std::string_view a, std::string_view b) {
 
 } // namespace
 
-std::size_t LastSeparator(std::string_view path) { return path.find_last_of("\\/"); }
+std::size_t LastSeparator(std::string_view path) {
+    return path.find_last_of("\\/");
+}
 
 void SplitPath(std::string_view path, std::string& folder, std::string& name) {
     const std::size_t cut = LastSeparator(path);

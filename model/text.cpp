@@ -53,9 +53,13 @@ template <bool ToLower> std::string ChangeCase(std::string_view text) {
 
 } // namespace
 
-std::string LowerCase(std::string_view text) { return ChangeCase<true>(text); }
+std::string LowerCase(std::string_view text) {
+    return ChangeCase<true>(text);
+}
 
-std::string UpperCase(std::string_view text) { return ChangeCase<false>(text); }
+std::string UpperCase(std::string_view text) {
+    return ChangeCase<false>(text);
+}
 
 std::string_view TrimLeft(std::string_view text) {
     const auto first = text.find_first_not_of(' ');
@@ -67,7 +71,9 @@ std::string_view TrimRight(std::string_view text) {
     return last == std::string_view::npos ? std::string_view() : text.substr(0, last + 1);
 }
 
-std::string_view Trim(std::string_view text) { return TrimRight(TrimLeft(text)); }
+std::string_view Trim(std::string_view text) {
+    return TrimRight(TrimLeft(text));
+}
 
 std::size_t CharCount(std::string_view text) {
     std::size_t count = 0;
@@ -101,7 +107,9 @@ std::string_view CharSlice(std::string_view text, std::size_t first, std::size_t
     return rest.substr(0, CharOffset(rest, count));
 }
 
-std::string DecimalText(long long value) { return std::to_string(value); }
+std::string DecimalText(long long value) {
+    return std::to_string(value);
+}
 
 std::string HexText(long long value) {
     if (value < 0 && value >= -32768) {

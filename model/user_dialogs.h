@@ -27,10 +27,10 @@ public:
     virtual bool AskYesNo(const std::string& title, const std::string& text) = 0;
     // The system's open-file and save-file dialogs; nullopt when the user cancels, else the
     // full path chosen.
-    virtual std::optional<std::string> ChooseFileToOpen(const std::string& title,
-                                                        const std::vector<FileFilter>& filters) = 0;
-    virtual std::optional<std::string> ChooseFileToSave(const std::string& title,
-                                                        const std::vector<FileFilter>& filters) = 0;
+    virtual std::optional<std::string>
+    ChooseFileToOpen(const std::string& title, const std::vector<FileFilter>& filters) = 0;
+    virtual std::optional<std::string>
+    ChooseFileToSave(const std::string& title, const std::vector<FileFilter>& filters) = 0;
 };
 
 } // namespace velmora

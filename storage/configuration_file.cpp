@@ -139,7 +139,9 @@ bool HasFormatMark(const Node& record) {
 
 } // namespace
 
-void WriteNodeRecord(RecordWriter& writer, const Node& node) { VisitNode(writer, node); }
+void WriteNodeRecord(RecordWriter& writer, const Node& node) {
+    VisitNode(writer, node);
+}
 
 void WriteConfiguration(const Network& network, std::ostream& out) {
     RecordWriter writer(kConfigurationRecordLength);
@@ -162,7 +164,9 @@ void WriteConfiguration(const Network& network, std::ostream& out) {
     }
 }
 
-void ReadNodeRecord(RecordReader& reader, Node& node) { VisitNode(reader, node); }
+void ReadNodeRecord(RecordReader& reader, Node& node) {
+    VisitNode(reader, node);
+}
 
 void SaveConfiguration(Network& network, const std::string& directory, const std::string& name) {
     if (!directory.empty()) {

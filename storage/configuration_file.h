@@ -61,8 +61,7 @@ void LoadConfiguration(Workspace& workspace, std::istream& in, const std::string
 
 // Directory = directory, FileName = name, ExportPath = directory + name without its last five
 // characters + ".cop". A name of fewer than five characters is the InvalidArgument error.
-void SetConfigurationName(Network& network, const std::string& directory,
-                          const std::string& name);
+void SetConfigurationName(Network& network, const std::string& directory, const std::string& name);
 
 // The export path derived from a configuration's folder and file name, as above.
 std::string DeriveExportPath(const std::string& directory, const std::string& name);

@@ -26,7 +26,9 @@ const std::string& RecordWriter::Bytes() {
     return buffer_;
 }
 
-void RecordWriter::Overrun() const { TooLong(buffer_.size()); }
+void RecordWriter::Overrun() const {
+    TooLong(buffer_.size());
+}
 
 void RecordWriter::Field(std::string_view utf8) {
     if (IsAscii(utf8)) {
@@ -48,7 +50,9 @@ void RecordWriter::WriteString(std::string_view bytes) {
 
 RecordReader::RecordReader(std::string_view record) : record_(record) {}
 
-void RecordReader::Overrun() const { TooLong(record_.size()); }
+void RecordReader::Overrun() const {
+    TooLong(record_.size());
+}
 
 void RecordReader::Field(std::string& utf8) {
     std::int16_t length = 0;

@@ -66,10 +66,9 @@ public:
     }
     void Field(std::int32_t& value) {
         const auto* at = reinterpret_cast<const unsigned char*>(Take(4));
-        value = static_cast<std::int32_t>(static_cast<std::uint32_t>(at[0]) |
-                                          (static_cast<std::uint32_t>(at[1]) << 8) |
-                                          (static_cast<std::uint32_t>(at[2]) << 16) |
-                                          (static_cast<std::uint32_t>(at[3]) << 24));
+        value = static_cast<std::int32_t>(
+            static_cast<std::uint32_t>(at[0]) | (static_cast<std::uint32_t>(at[1]) << 8) |
+            (static_cast<std::uint32_t>(at[2]) << 16) | (static_cast<std::uint32_t>(at[3]) << 24));
     }
 
     // Moves past a field without storing it, with the same bounds checks.

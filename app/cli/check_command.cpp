@@ -1,8 +1,8 @@
 // velmora-cli check CONFIG.nodi [--baud R] [--json]: the channel check ("Test PDO").
 
 #include "cli/cli.h"
-#include "cli/json_writer.h"
 #include "cli/configuration_loading.h"
+#include "cli/json_writer.h"
 #include "export/channel_analysis.h"
 #include "export/controller_export.h"
 #include "model/workspace.h"

@@ -2,9 +2,9 @@
 
 #include "model/runtime_error.h"
 
-#include <QCommandLineParser>
-
 #include <exception>
+
+#include <QCommandLineParser>
 
 namespace velmora::cli {
 
@@ -43,13 +43,13 @@ int Context::Fail(const std::string& message) const {
 }
 
 std::optional<int> ParseCommandArguments(QCommandLineParser& parser, const QStringList& args,
-                                         const char* name, const char* usage,
-                                         Context& context, int positionalCount) {
+                                         const char* name, const char* usage, Context& context,
+                                         int positionalCount) {
     const QCommandLineOption help(QStringList{"h", "help"});
     parser.addOption(help);
     if (!parser.parse(QStringList{name} + args)) {
-        return context.Fail(std::string(name) + ": " + ParserError(parser) +
-                            " (velmora-cli " + name + " --help)");
+        return context.Fail(std::string(name) + ": " + ParserError(parser) + " (velmora-cli " +
+                            name + " --help)");
     }
     if (parser.isSet(help)) {
         context.out << usage;

@@ -4,13 +4,13 @@
 // its arguments and injected output and error streams that returns the exit status; Run
 // parses the global options and dispatches.
 
-#include <QCommandLineParser>
-#include <QStringList>
-
 #include <optional>
 #include <ostream>
 #include <string>
 #include <vector>
+
+#include <QCommandLineParser>
+#include <QStringList>
 
 namespace velmora::cli {
 
@@ -34,8 +34,8 @@ struct Context {
 // must stop there (help shown, or a parse error reported), nullopt to go on. With
 // positionalCount >= 0, exactly that many positional arguments are required.
 std::optional<int> ParseCommandArguments(QCommandLineParser& parser, const QStringList& args,
-                                         const char* name, const char* usage,
-                                         Context& context, int positionalCount = -1);
+                                         const char* name, const char* usage, Context& context,
+                                         int positionalCount = -1);
 
 using CommandFunction = int (*)(const QStringList& args, Context& context);
 

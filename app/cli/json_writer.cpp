@@ -50,7 +50,9 @@ JsonWriter& JsonWriter::End(char closer) {
     return *this;
 }
 
-JsonWriter& JsonWriter::EndObject() { return End('}'); }
+JsonWriter& JsonWriter::EndObject() {
+    return End('}');
+}
 
 JsonWriter& JsonWriter::BeginArray() {
     BeforeValue();
@@ -59,7 +61,9 @@ JsonWriter& JsonWriter::BeginArray() {
     return *this;
 }
 
-JsonWriter& JsonWriter::EndArray() { return End(']'); }
+JsonWriter& JsonWriter::EndArray() {
+    return End(']');
+}
 
 JsonWriter& JsonWriter::Key(std::string_view name) {
     BeforeValue();
@@ -125,6 +129,8 @@ JsonWriter& JsonWriter::Double(double value) {
     return *this;
 }
 
-void JsonWriter::Finish() { out_ << '\n'; }
+void JsonWriter::Finish() {
+    out_ << '\n';
+}
 
 } // namespace velmora::cli

@@ -2,10 +2,10 @@
 
 #include "cli/cli.h"
 
-#include <QCoreApplication>
-
 #include <cstdlib>
 #include <iostream>
+
+#include <QCoreApplication>
 
 int main(int argc, char* argv[]) {
     QCoreApplication app(argc, argv);

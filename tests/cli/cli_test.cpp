@@ -1,50 +1,36 @@
 #include "cli/cli.h"
-
+#include "cli_runner.h"
 #include "model/workspace.h"
 #include "storage/configuration_file.h"
 #include "support/temp_dir.h"
+
+#include <sstream>
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 namespace velmora::cli {
 namespace {
 
-struct Outcome {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-Outcome RunCli(const QStringList& args, const std::string& appDir = "/opt/velmora") {
-    std::ostringstream out;
-    std::ostringstream err;
-    const int status = Run(args, appDir, out, err);
-    return {status, out.str(), err.str()};
-}
-
 TEST(Cli, GeneralRulesForHelpAndErrors) {
-    const Outcome help = RunCli({"--help"});
+    const test::CliOutcome help = test::RunCli({"--help"});
     EXPECT_EQ(help.status, kExitOk);
     EXPECT_NE(help.out.find("dump"), std::string::npos);
     EXPECT_EQ(help.err, "");
 
-    for (const QStringList& bad :
-         {QStringList{}, QStringList{"nonsense"}, QStringList{"--bogus", "dump"},
-          QStringList{"dump"}, QStringList{"dump", "a.nodi", "b.nodi"},
-          QStringList{"dump", "/no/such/file.nodi"}}) {
-        const Outcome outcome = RunCli(bad);
-        EXPECT_EQ(outcome.status, kExitFailure) << bad.join(' ').toStdString();
+    using Args = std::vector<std::string>;
+    for (const Args& bad : {Args{}, Args{"nonsense"}, Args{"--bogus", "dump"}, Args{"dump"},
+                            Args{"dump", "a.nodi", "b.nodi"}, Args{"dump", "/no/such.nodi"}}) {
+        const test::CliOutcome outcome = test::RunCli(bad);
+        EXPECT_EQ(outcome.status, kExitFailure) << bad.size();
         EXPECT_EQ(outcome.out, "");
         // One line, prefixed with the tool's name.
         EXPECT_EQ(outcome.err.rfind("velmora-cli: ", 0), 0u) << outcome.err;
         EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
     }
-    EXPECT_EQ(RunCli({"dump", "--help"}).status, kExitOk);
+    EXPECT_EQ(test::RunCli({"dump", "--help"}).status, kExitOk);
 }
 
 TEST(Cli, DumpShowsEveryFieldOfTheNodesInUse) {
@@ -62,8 +48,8 @@ TEST(Cli, DumpShowsEveryFieldOfTheNodesInUse) {
     workspace.Net.NodeCount = 1;
     SaveConfiguration(workspace.Net, dir.Folder(), "rete.nodi");
 
-    const Outcome outcome = RunCli({"--app-dir", QString::fromStdString(dir.Path()), "dump",
-                                    QString::fromStdString(dir.File("rete.nodi"))});
+    const test::CliOutcome outcome =
+        test::RunCli({"--app-dir", dir.Path(), "dump", dir.File("rete.nodi")});
     ASSERT_EQ(outcome.status, kExitOk) << outcome.err;
     QJsonParseError error;
     const QJsonObject dump =

@@ -1,4 +1,5 @@
 #include "cli/cli.h"
+#include "cli_runner.h"
 #include "support/temp_dir.h"
 
 #include <sstream>
@@ -11,19 +12,6 @@
 namespace velmora::cli {
 namespace {
 
-struct Outcome {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-Outcome RunCli(const QStringList& args) {
-    std::ostringstream out;
-    std::ostringstream err;
-    const int status = Run(args, "/opt/velmora", out, err);
-    return {status, out.str(), err.str()};
-}
-
 TEST(EdsCommand, PrintsTheObjectTable) {
     test::TempDir dir;
     test::WriteFileBytes(dir.File("Drive.EDS"),
@@ -32,7 +20,7 @@ TEST(EdsCommand, PrintsTheObjectTable) {
                          "DefaultValue=0x00020192\r\nPDOMapping=0\r\n\r\n"
                          "[1800sub2]\r\nParameterName=Tipo \xE8\r\nHighLimit=0xFF\r\n"
                          "[1A00]\r\nSubNumber=3\r\n");
-    const Outcome outcome = RunCli({"eds", QString::fromStdString(dir.File("drive"))});
+    const test::CliOutcome outcome = test::RunCli({"eds", dir.File("drive")});
     ASSERT_EQ(outcome.status, kExitOk) << outcome.err;
     EXPECT_EQ(outcome.err, "");
 
@@ -73,21 +61,20 @@ TEST(EdsCommand, ErrorsAreOneLine) {
     }
     test::WriteFileBytes(dir.File("long.eds"), longSection);
 
-    const Outcome tooLong = RunCli({"eds", QString::fromStdString(dir.File("long.eds"))});
+    const test::CliOutcome tooLong = test::RunCli({"eds", dir.File("long.eds")});
     EXPECT_EQ(tooLong.status, kExitFailure);
     EXPECT_EQ(tooLong.out, "");
     EXPECT_NE(tooLong.err.find("supera le 100 righe"), std::string::npos) << tooLong.err;
 
-    for (const QStringList& bad :
-         {QStringList{"eds"}, QStringList{"eds", "a.eds", "b.eds"},
-          QStringList{"eds", QString::fromStdString(dir.File("missing.eds"))},
-          QStringList{"eds", QString::fromStdString(dir.Path())}}) {
-        const Outcome outcome = RunCli(bad);
-        EXPECT_EQ(outcome.status, kExitFailure) << bad.join(' ').toStdString();
+    using Args = std::vector<std::string>;
+    for (const Args& bad : {Args{"eds"}, Args{"eds", "a.eds", "b.eds"},
+                            Args{"eds", dir.File("missing.eds")}, Args{"eds", dir.Path()}}) {
+        const test::CliOutcome outcome = test::RunCli(bad);
+        EXPECT_EQ(outcome.status, kExitFailure) << bad.back();
         EXPECT_EQ(outcome.err.rfind("velmora-cli: ", 0), 0u) << outcome.err;
         EXPECT_EQ(outcome.err.find('\n'), outcome.err.size() - 1) << outcome.err;
     }
-    EXPECT_EQ(RunCli({"eds", "--help"}).status, kExitOk);
+    EXPECT_EQ(test::RunCli({"eds", "--help"}).status, kExitOk);
 }
 
 } // namespace

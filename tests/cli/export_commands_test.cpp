@@ -1,4 +1,5 @@
 #include "cli/cli.h"
+#include "cli_runner.h"
 #include "storage/configuration_file.h"
 #include "support/network_builder.h"
 #include "support/temp_dir.h"
@@ -11,22 +12,7 @@
 namespace velmora {
 namespace {
 
-struct CliResult {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-CliResult RunCli(std::initializer_list<std::string> args) {
-    QStringList list;
-    for (const std::string& arg : args) {
-        list << QString::fromStdString(arg);
-    }
-    std::ostringstream out;
-    std::ostringstream err;
-    const int status = cli::Run(list, "/app", out, err);
-    return {status, out.str(), err.str()};
-}
+using test::RunCli;
 
 // The worked example of the export saved as dir/linea.nodi, with the given fast-PDO limit.
 std::string SaveWorkedExample(const test::TempDir& dir, std::int16_t maxFast = 10) {
@@ -39,7 +25,7 @@ std::string SaveWorkedExample(const test::TempDir& dir, std::int16_t maxFast = 1
 TEST(CliExport, WritesTheControllerFileOrRefuses) {
     test::TempDir dir;
     const std::string config = SaveWorkedExample(dir);
-    CliResult result = RunCli({"export", config});
+    test::CliOutcome result = RunCli({"export", config});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.out, "Salvataggio file ORV  OK\n");
     EXPECT_EQ(test::ReadFileBytes(dir.File("linea.cop")),
@@ -62,7 +48,7 @@ TEST(CliCheck, PrintsTheChannelDialog) {
     test::TempDir dir;
     const std::string config = SaveWorkedExample(dir);
     // One fast TX PDO of 48 bits and one slow RX PDO: 4 frames, 23 bytes.
-    CliResult result = RunCli({"check", config});
+    test::CliOutcome result = RunCli({"check", config});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.out, "TX FAST   totali : 1\n"
                           "TX SLOW  totali : 0\n"
@@ -86,7 +72,7 @@ TEST(CliCheck, PrintsTheChannelDialog) {
 
 TEST(CliShow, PrintsTheTree) {
     test::TempDir dir;
-    CliResult result = RunCli({"show", SaveWorkedExample(dir)});
+    test::CliOutcome result = RunCli({"show", SaveWorkedExample(dir)});
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.out, "master\tlinea. (salvato)\n"
                           "  4@drive.eds\tdrive.eds (5)\n"

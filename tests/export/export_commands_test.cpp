@@ -4,16 +4,15 @@
 #include "export/text_viewer.h"
 #include "export/timeout_dialog.h"
 #include "model/runtime_error.h"
-#include "support/scripted_dialogs.h"
 #include "model/workspace.h"
 #include "support/network_builder.h"
+#include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
 
 #include <gtest/gtest.h>
 
 namespace velmora {
 namespace {
-
 
 class RecordingViewer : public TextViewer {
 public:

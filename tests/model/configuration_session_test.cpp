@@ -1,6 +1,5 @@
-#include "model/configuration_session.h"
-
 #include "model/configuration_host.h"
+#include "model/configuration_session.h"
 #include "model/project_path.h"
 #include "model/runtime_error.h"
 #include "model/settings_store.h"
@@ -9,9 +8,9 @@
 #include "support/scripted_dialogs.h"
 #include "support/temp_dir.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
+
+#include <gtest/gtest.h>
 
 namespace velmora {
 namespace {
@@ -131,8 +130,7 @@ TEST_F(Session, StartWithAProjectWhoseConfigurationDoesNotExistYet) {
     EXPECT_EQ(host_.rootCaption, "demo (modificato)");
     session_.Save();
     EXPECT_TRUE(dialogs_.shown.empty());
-    EXPECT_EQ(ReadFileBytes(project_.File("demo.nodi")).size(),
-              3 * kConfigurationRecordLength);
+    EXPECT_EQ(ReadFileBytes(project_.File("demo.nodi")).size(), 3 * kConfigurationRecordLength);
     EXPECT_EQ(host_.rootCaption, "demo (salvato)");
     EXPECT_EQ(host_.exports, 1);
     EXPECT_EQ(workspace_.Modified, 0);
@@ -187,9 +185,9 @@ TEST_F(Session, QuitWithUnsavedChangesOnAnUnnamedConfigurationOpensSaveAs) {
     dialogs_.yesNoAnswers = {true};
     dialogs_.fileAnswers = {std::nullopt};
     session_.Quit();
-    EXPECT_EQ(dialogs_.shown, (std::vector<std::string>{
-                                  "YesNo: Dati non salvati | Dati non salvati, salvare ?",
-                                  "Save: Salvaconfigurazione ..."}));
+    EXPECT_EQ(dialogs_.shown,
+              (std::vector<std::string>{"YesNo: Dati non salvati | Dati non salvati, salvare ?",
+                                        "Save: Salvaconfigurazione ..."}));
 
     // Answering with a name saves there and reads the file back.
     dialogs_.shown.clear();

@@ -1,16 +1,15 @@
-#include "model/main_commands.h"
-
 #include "export/text_viewer.h"
 #include "model/help_viewer.h"
+#include "model/main_commands.h"
 #include "model/settings_store.h"
 #include "model/workspace.h"
 #include "support/app_fixture.h"
 #include "support/scripted_alerts.h"
 #include "support/scripted_dialogs.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
+
+#include <gtest/gtest.h>
 
 namespace velmora {
 namespace {
@@ -44,7 +43,7 @@ protected:
         Node& node = app_.AddDrive(9);
         for (int k = 0; k < 3; ++k) {
             node.ParameterAt(k) = {"p" + std::to_string(k), "6060", "0", "1",
-                                   std::to_string(k), kTrue};
+                                   std::to_string(k),       kTrue};
         }
         node.ParameterCount = 3;
         main_.RebuildTree();
@@ -147,8 +146,7 @@ TEST_F(MainWindow, DoubleClickOpensTheItemsEditorOrExplainsWhatToDo) {
               (DialogRequest{Kind::ParameterEditor, 9, 2}));
     EXPECT_EQ(main_.ActivateItem(ItemWithKey("9@drive@Can_netParameter")),
               (DialogRequest{Kind::NewParameter, 9}));
-    EXPECT_EQ(main_.ActivateItem(ItemWithKey("PARTIMEOUT@4")),
-              (DialogRequest{Kind::Timeout, 4}));
+    EXPECT_EQ(main_.ActivateItem(ItemWithKey("PARTIMEOUT@4")), (DialogRequest{Kind::Timeout, 4}));
     EXPECT_EQ(main_.ActivateItem(ItemWithKey("4@drive")), (DialogRequest{Kind::ModifyNode, 4}));
     EXPECT_EQ(app_.Ws().Modified, kTrue);
     EXPECT_TRUE(alerts_.shown.empty());

@@ -1,5 +1,4 @@
 #include "model/network.h"
-
 #include "model/runtime_error.h"
 
 #include <gtest/gtest.h>

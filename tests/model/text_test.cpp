@@ -3,9 +3,9 @@
 #include "model/runtime_error.h"
 #include "model/text.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
+
+#include <gtest/gtest.h>
 
 namespace velmora {
 namespace {
@@ -22,11 +22,11 @@ TEST(Cp1252, EveryByteRoundTripsThroughUtf8) {
 }
 
 TEST(Cp1252, UnencodableAndMalformedTextBecomesQuestionMarks) {
-    EXPECT_EQ(Utf8ToCp1252("a\xE2\x86\x92z"), "a?z");           // → has no byte
-    EXPECT_EQ(Utf8ToCp1252("\xC3"), "?");                        // cut sequence
-    EXPECT_EQ(Utf8ToCp1252("\xFF\xFE"), "??");                   // not UTF-8 at all
-    EXPECT_EQ(Utf8ToCp1252("\xF0\x9F\x98\x80!"), "?!");          // emoji
-    EXPECT_EQ(Utf8ToCp1252("\xC0\xAF"), "??");                   // overlong "/"
+    EXPECT_EQ(Utf8ToCp1252("a\xE2\x86\x92z"), "a?z");   // → has no byte
+    EXPECT_EQ(Utf8ToCp1252("\xC3"), "?");               // cut sequence
+    EXPECT_EQ(Utf8ToCp1252("\xFF\xFE"), "??");          // not UTF-8 at all
+    EXPECT_EQ(Utf8ToCp1252("\xF0\x9F\x98\x80!"), "?!"); // emoji
+    EXPECT_EQ(Utf8ToCp1252("\xC0\xAF"), "??");          // overlong "/"
     EXPECT_EQ(Cp1252Size("\xF0\x9F\x98\x80!"), 2u);
 }
 

@@ -1,13 +1,12 @@
-#include "storage/configuration_file.h"
-
 #include "model/runtime_error.h"
 #include "model/workspace.h"
+#include "storage/configuration_file.h"
 #include "storage/record_io.h"
 #include "support/temp_dir.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
+
+#include <gtest/gtest.h>
 
 namespace velmora {
 namespace {
@@ -71,9 +70,15 @@ TEST(ConfigurationFile, EmptyNetworkWritesTheMarkAndTheSettingsOnly) {
     ASSERT_EQ(bytes.size(), 2 * kRecord);
     // Mark: all strings empty except the Value of parameters 3, 4 and 5.
     const std::size_t parameter3 = 2 + 14 + 51 * 148 + 3 * 12 + 8;
-    EXPECT_EQ(bytes.substr(parameter3, 3), std::string("\x01\x00" "1", 3));
-    EXPECT_EQ(bytes.substr(parameter3 + 13, 3), std::string("\x01\x00" "1", 3));
-    EXPECT_EQ(bytes.substr(parameter3 + 26, 3), std::string("\x01\x00" "0", 3));
+    EXPECT_EQ(bytes.substr(parameter3, 3), std::string("\x01\x00"
+                                                       "1",
+                                                       3));
+    EXPECT_EQ(bytes.substr(parameter3 + 13, 3), std::string("\x01\x00"
+                                                            "1",
+                                                            3));
+    EXPECT_EQ(bytes.substr(parameter3 + 26, 3), std::string("\x01\x00"
+                                                            "0",
+                                                            3));
     EXPECT_EQ(bytes.find_first_not_of('\0', parameter3 + 26 + 3 + 2 + 96 * 12 + 8 + 12),
               kRecord); // filler is zero up to the settings record
     // Settings: DefaultFilePath, then MaxFastPdo.

@@ -1,6 +1,5 @@
-#include "storage/record_io.h"
-
 #include "model/runtime_error.h"
+#include "storage/record_io.h"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +11,8 @@ TEST(RecordIo, FieldsArePackedLittleEndianWithCp1252Strings) {
     writer.Field(std::string_view("è€"));
     writer.Field(std::int16_t{-2});
     writer.Field(std::int32_t{0x01020304});
-    EXPECT_EQ(writer.Bytes(), std::string("\x02\x00\xE8\x80\xFE\xFF\x04\x03\x02\x01\0\0\0\0\0\0",
-                                          16));
+    EXPECT_EQ(writer.Bytes(),
+              std::string("\x02\x00\xE8\x80\xFE\xFF\x04\x03\x02\x01\0\0\0\0\0\0", 16));
 
     RecordReader reader(writer.Bytes());
     std::string text;

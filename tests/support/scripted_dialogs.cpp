@@ -8,7 +8,9 @@ void ScriptedDialogs::Inform(const std::string& title, const std::string& text) 
     shown.push_back("Inform: " + title + " | " + text);
 }
 
-void ScriptedDialogs::ShowError(const std::string& text) { shown.push_back("Error: " + text); }
+void ScriptedDialogs::ShowError(const std::string& text) {
+    shown.push_back("Error: " + text);
+}
 
 bool ScriptedDialogs::AskYesNo(const std::string& title, const std::string& text) {
     shown.push_back("YesNo: " + title + " | " + text);
