@@ -97,6 +97,8 @@ void StoreMapping(PdoSettings& workingCopy, int mappingNumber, PdoMapping record
 // Overflow error.
 std::string IndexInBase(std::string_view text, std::string_view fromBase);
 
+// The Name field is always the name input: picking an object in the chooser fills it, and a
+// text holding "]" (a pasted item text) is cut after it as MappingNameFromText says.
 class MappingEditor {
 public:
     // Told when the dialog closes: stored is true when a mapping was written into the
@@ -156,8 +158,8 @@ public:
     // not insert it. So "a".."g", upper-case letters and punctuation pass in base "h".
     bool TypeIndexKey(char32_t key);
 
-    // The base selector: converts Index into the other base (IndexInBase) and remembers it.
-    // Choosing the current base changes nothing.
+    // The base selector: converts Index into the other base (IndexInBase; an empty Index
+    // stays empty) and remembers it. Choosing the current base changes nothing.
     void ChooseBase(std::string_view base);
 
     // "Salva mappatura", Enter in Name and the first toolbar button: a new mapping when the
