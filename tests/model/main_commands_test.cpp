@@ -4,6 +4,7 @@
 #include "model/settings_store.h"
 #include "model/workspace.h"
 #include "support/app_fixture.h"
+#include "support/recording_help.h"
 #include "support/scripted_alerts.h"
 #include "support/scripted_dialogs.h"
 
@@ -19,11 +20,6 @@ using Kind = DialogRequest::Kind;
 struct RecordingViewer : TextViewer {
     std::vector<std::string> opened;
     void Open(const std::string& path) override { opened.push_back(path); }
-};
-
-struct RecordingHelp : HelpViewer {
-    std::vector<std::string> pages;
-    void OpenHelpPage(const std::string& page) override { pages.push_back(page); }
 };
 
 struct NoSettings : SettingsStore {
@@ -63,7 +59,7 @@ protected:
     test::ScriptedDialogs dialogs_;
     test::ScriptedAlerts alerts_;
     RecordingViewer viewer_;
-    RecordingHelp help_;
+    test::RecordingHelp help_;
     MainCommands main_;
 };
 
