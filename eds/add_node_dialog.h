@@ -66,12 +66,14 @@ public:
 
     // OK. Refused with an alert, the dialog staying open: no product selected when adding,
     // a number outside 1..501, a number whose slot holds another node ("Il nodo N è già
-    // occupato da ..."), a move whose new COB-IDs are in use. Adding creates the node with
+    // occupato da ..."), a move whose new COB-IDs are in use ("Il CobId X è già " /
+    // "assegnato al pdo ..."). Adding creates the node from the listed EDS file with
     // AddNodeFromEds and counts it. Modifying rebuilds the node from the new EDS when the
     // product changed (ClearNode, then the new node, in the new slot when the number changed
-    // too) and moves it when only the number changed; when neither changed the dialog just
-    // closes. Import messages are shown after the change. A run-time error (an EDS that is
-    // missing or cannot be read) is shown and leaves the network as it was.
+    // too; NodeCount stays) and moves it when only the number changed (no product selected
+    // keeps the product); when neither changed the dialog just closes. Import messages are
+    // shown after the change. A run-time error (an EDS that is missing or cannot be read) is
+    // shown and leaves the network as it was.
     DialogResult Ok();
 
 private:

@@ -100,7 +100,8 @@ public:
 
     // Every character typed into Index, editing keys such as Backspace (8) included: true
     // when it is inserted. A non-digit in base "d", and in base "h" a non-digit whose code is
-    // 104 ("h") or more, is rejected and its alert shown.
+    // 104 ("h") or more, is rejected and its alert shown. So in base "d" Backspace too is
+    // refused, as the system's filter does; Delete and selection still edit the field.
     bool IndexKeyTyped(char32_t key);
 
     // Checks, in this order, that NByte, Subindex and Index are not empty, that NByte is a
