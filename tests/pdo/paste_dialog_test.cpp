@@ -1,0 +1,51 @@
+#include "pdo/paste_dialog.h"
+#include "support/app_fixture.h"
+#include "support/scripted_alerts.h"
+#include "support/scripted_dialogs.h"
+
+#include <gtest/gtest.h>
+
+namespace velmora {
+namespace {
+
+TEST(PasteDialog, PastesWithNewCobIdsOrAbandonsOnAConflict) {
+    test::AppFixture app;
+    test::ScriptedAlerts alerts;
+    test::ScriptedDialogs dialogs;
+    PasteDialog dialog{app.Ws(), alerts, dialogs};
+    Network& net = app.Ws().Net;
+    Node& drive = app.AddDrive(4);
+    drive.Configured = kTrue;
+    drive.PdoAt(0).Used = kTrue;
+    drive.PdoAt(0).Settings = {"182", "0", "0", "0", "Fast", "0", 1}; // slot 1's TX 1 default
+    const auto okWith = [&](const char* number) {
+        dialog.NumberText() = number;
+        return dialog.Ok();
+    };
+
+    ASSERT_TRUE(dialog.Open(4));
+    EXPECT_EQ(dialog.Prompt(), "Impostare il numero nodo per il prodotto  drive");
+    EXPECT_EQ(dialog.NumberText(), "");
+    EXPECT_EQ(okWith("5"), DialogResult{});
+    EXPECT_EQ(alerts.shown.back().Source + alerts.shown.back().Line1,
+              "incollaWinIl nodo 5 è già occupato da drive");
+    EXPECT_EQ(okWith("x"), DialogResult{});
+
+    EXPECT_EQ(okWith("8"), (DialogResult{true, true}));
+    EXPECT_EQ(net.NodeAt(7).PdoAt(0).Settings.CobId, "188");
+    EXPECT_EQ(net.NodeAt(7).PdoAt(2).OwnerSlot, 7);
+    EXPECT_EQ(net.NodeCount, 2);
+
+    EXPECT_EQ(okWith("2"), (DialogResult{false, true}));
+    EXPECT_EQ(alerts.shown.back().Source, "mainWin");
+    EXPECT_EQ(alerts.shown.back().Line2, "assegnato al pdo TX 1 di drive (5)");
+    EXPECT_EQ(net.NodeAt(1).InUse, 0);
+    EXPECT_EQ(net.NodeCount, 2);
+
+    EXPECT_FALSE(dialog.Open(-1)); // nothing copied
+    EXPECT_FALSE(dialog.Open(1));  // the copied node removed since
+    EXPECT_EQ(alerts.shown.back().Line1, "Nessun nodo da incollare:");
+}
+
+} // namespace
+} // namespace velmora
