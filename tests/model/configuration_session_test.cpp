@@ -203,18 +203,21 @@ TEST_F(Session, QuitWithUnsavedChangesOnAnUnnamedConfigurationOpensSaveAs) {
     dialogs_.shown.clear();
     session_.Quit();
     EXPECT_TRUE(dialogs_.shown.empty());
-}
 
-TEST_F(Session, QuitAnsweringNoSavesNothing) {
-    StartUp(project_.Folder() + "demo.ovp");
-    AddNode(0);
+    // Answering No saves nothing.
+    AddNode(1);
     dialogs_.yesNoAnswers = {false};
+    const std::string before = ReadFileBytes(project_.File("impianto.nodi"));
     session_.Quit();
-    EXPECT_FALSE(std::filesystem::exists(project_.File("demo.nodi")));
+    EXPECT_EQ(ReadFileBytes(project_.File("impianto.nodi")), before);
 }
 
-TEST_F(Session, CancelledDialogsChangeNothing) {
-    StartUp("");
+TEST_F(Session, CancelledDialogsAndAnEmptyTreeChangeNothing) {
+    StartUp(project_.Folder() + "demo.ovp");
+    session_.Save(); // no tree items: nothing to save
+    EXPECT_FALSE(std::filesystem::exists(project_.File("demo.nodi")));
+
+    session_.New(); // unnamed again
     AddNode(3);
     const Network before = workspace_.Net;
     dialogs_.fileAnswers = {std::nullopt, std::nullopt};
@@ -224,13 +227,6 @@ TEST_F(Session, CancelledDialogsChangeNothing) {
     EXPECT_EQ(workspace_.Modified, kTrue);
     EXPECT_EQ(dialogs_.shown, (std::vector<std::string>{"Save: Salvaconfigurazione ...",
                                                         "Open: Carica configurazione ..."}));
-}
-
-TEST_F(Session, SaveOfAnEmptyTreeDoesNothing) {
-    StartUp(project_.Folder() + "demo.ovp");
-    session_.Save();
-    EXPECT_FALSE(std::filesystem::exists(project_.File("demo.nodi")));
-    EXPECT_EQ(host_.exports, 0);
 }
 
 TEST_F(Session, LoadReplacesTheNetworkAndNewEmptiesIt) {

@@ -68,24 +68,20 @@ TEST(ConfigurationFile, EmptyNetworkWritesTheMarkAndTheSettingsOnly) {
 
     const std::string bytes = ReadFileBytes(dir.File("rete.nodi"));
     ASSERT_EQ(bytes.size(), 2 * kRecord);
-    // Mark: all strings empty except the Value of parameters 3, 4 and 5.
+    // A short string: its length as a 16-bit little-endian word, then its bytes.
+    const auto counted = [](const std::string& text) {
+        return std::string{static_cast<char>(text.size()), '\0'} + text;
+    };
+    // Mark: every string empty except the Value of parameters 3, 4 and 5 (each parameter
+    // is five strings and a word; Value is its fifth string).
     const std::size_t parameter3 = 2 + 14 + 51 * 148 + 3 * 12 + 8;
-    EXPECT_EQ(bytes.substr(parameter3, 3), std::string("\x01\x00"
-                                                       "1",
-                                                       3));
-    EXPECT_EQ(bytes.substr(parameter3 + 13, 3), std::string("\x01\x00"
-                                                            "1",
-                                                            3));
-    EXPECT_EQ(bytes.substr(parameter3 + 26, 3), std::string("\x01\x00"
-                                                            "0",
-                                                            3));
-    EXPECT_EQ(bytes.find_first_not_of('\0', parameter3 + 26 + 3 + 2 + 96 * 12 + 8 + 12),
-              kRecord); // filler is zero up to the settings record
+    EXPECT_EQ(bytes.substr(parameter3, 3), counted("1"));
+    EXPECT_EQ(bytes.substr(parameter3 + 13, 3), counted("1"));
+    EXPECT_EQ(bytes.substr(parameter3 + 26, 3), counted("0"));
+    EXPECT_EQ(bytes.find_first_not_of('\0', parameter3 + 29), kRecord); // filler is zero
     // Settings: DefaultFilePath, then MaxFastPdo.
-    const std::string path = "/opt/velmora/none.cop";
-    EXPECT_EQ(static_cast<unsigned char>(bytes[kRecord]), path.size());
-    EXPECT_EQ(bytes.substr(kRecord + 2, path.size()), path);
-    EXPECT_EQ(bytes[kRecord + 2 + path.size()], 12);
+    EXPECT_EQ(bytes.substr(kRecord, 26),
+              counted("/opt/velmora/none.cop") + std::string("\x0C\0\0", 3));
     EXPECT_EQ(workspace.Net.Saved, kTrue);
 
     Workspace loaded;
@@ -113,50 +109,23 @@ TEST(ConfigurationFile, SavedNetworkLoadsBackIdenticalAndSavesToIdenticalBytes) 
     LoadConfiguration(loaded, dir.Folder(), "impianto.nodi");
     workspace.Net.ExportPath = dir.Folder() + "impianto.cop";
     EXPECT_EQ(loaded.Net, workspace.Net);
-    EXPECT_EQ(loaded.Net.NodeAt(4).EdsName, "drive");
-    EXPECT_EQ(loaded.Net.NodeAt(9).PdoAt(0).Settings.Mappings[0].Vcb, "Velocità");
-    EXPECT_EQ(loaded.Net.Directory, dir.Folder());
-    EXPECT_EQ(loaded.Net.FileName, "impianto.nodi");
     // Three configured nodes, one fast TX and one slow RX PDO each.
     EXPECT_EQ(loaded.Channels.txFast, 3);
     EXPECT_EQ(loaded.Channels.rxSlow, 3);
     EXPECT_EQ(loaded.Channels.rxFast, 0);
 
+    // A plain save rewrites the same file, after removing a stray "impianto.nodi.nodi".
+    test::WriteFileBytes(dir.File("impianto.nodi.nodi"), "old");
     SaveConfiguration(loaded.Net, "", "");
     EXPECT_EQ(ReadFileBytes(dir.File("impianto.nodi")), first);
-}
+    EXPECT_FALSE(std::filesystem::exists(dir.File("impianto.nodi.nodi")));
 
-TEST(ConfigurationFile, NodesReturnToTheSlotNamedByTheirFirstPdo) {
-    TempDir dir;
-    Workspace workspace;
-    StartEmpty(workspace);
-    FillNode(workspace.Net, 4, "a");
-    FillNode(workspace.Net, 9, "b");
-    workspace.Net.NodeCount = 2;
-    // Only PDO 0's OwnerSlot decides where a record goes.
-    workspace.Net.NodeAt(9).PdoAt(0).OwnerSlot = 20;
-    SaveConfiguration(workspace.Net, dir.Folder(), "x.nodi");
-
-    Workspace loaded;
-    StartEmpty(loaded);
-    LoadConfiguration(loaded, dir.Folder(), "x.nodi");
-    EXPECT_EQ(loaded.Net.NodeAt(4).EdsName, "a");
+    // Only PDO 0's OwnerSlot says where a record goes.
+    loaded.Net.NodeAt(9).PdoAt(0).OwnerSlot = 20;
+    SaveConfiguration(loaded.Net, "", "");
+    LoadConfiguration(loaded, dir.Folder(), "impianto.nodi");
     EXPECT_EQ(loaded.Net.NodeAt(9).InUse, 0);
-    EXPECT_EQ(loaded.Net.NodeAt(20).EdsName, "b");
-    EXPECT_EQ(loaded.Net.NodeCount, 2);
-}
-
-TEST(ConfigurationFile, SaveDeletesNameDotNodiAndRewritesTheCurrentFile) {
-    TempDir dir;
-    WriteFileBytes(dir.File("rete.nodi.nodi"), "old");
-    WriteFileBytes(dir.File("rete.nodi"), std::string(100000, 'x'));
-    Workspace workspace;
-    StartEmpty(workspace);
-    SaveConfiguration(workspace.Net, dir.Folder(), "rete.nodi");
-    EXPECT_FALSE(std::filesystem::exists(dir.File("rete.nodi.nodi")));
-    EXPECT_EQ(ReadFileBytes(dir.File("rete.nodi")).size(), 2 * kRecord);
-    EXPECT_EQ(workspace.Net.Directory, dir.Folder());
-    EXPECT_EQ(workspace.Net.FileName, "rete.nodi");
+    EXPECT_EQ(loaded.Net.NodeAt(20).EdsName, "io_è");
 }
 
 TEST(ConfigurationFile, SaveFailuresLeaveTheRecordsWrittenAndSavedClear) {
