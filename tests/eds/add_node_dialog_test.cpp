@@ -77,9 +77,7 @@ TEST_F(AddNodeDialogTest, AnEdsThatCannotBeReadChangesNothing) {
 }
 
 TEST_F(AddNodeDialogTest, ModifyMovesOrRebuildsTheNode) {
-    Node& drive = app.AddDrive(4);
-    drive.PdoAt(0).Settings = {"185", "0", "0", "0", "Fast", "0", 1};
-    drive.PdoAt(1).Settings = {"0", "0", "0", "0", "Disabilitato", "0", 1};
+    app.AddDrive(4).PdoAt(0).Settings = {"185", "0", "0", "0", "Fast", "0", 1};
     Node& other = app.AddDrive(9); // configured, using 182: TX 1's default in slot 1
     other.Configured = kTrue;
     other.PdoAt(0).Used = kTrue;
@@ -96,13 +94,11 @@ TEST_F(AddNodeDialogTest, ModifyMovesOrRebuildsTheNode) {
     EXPECT_EQ(alerts.shown.back().Source, "addWin");
     EXPECT_TRUE(net == start);
 
-    // Moved: new defaults, "Disabilitato" keeps its COB-ID, OwnerSlot follows.
+    // Moved as a paste moves it: new default COB-IDs.
     EXPECT_EQ(OkWith("7"), (DialogResult{true, true}));
     const Node& moved = net.NodeAt(6);
     EXPECT_EQ(net.NodeAt(4).InUse, 0);
     EXPECT_EQ(moved.PdoAt(0).Settings.CobId, "187");
-    EXPECT_EQ(moved.PdoAt(1).Settings.CobId, "0");
-    EXPECT_EQ(moved.PdoAt(2).DefaultCobId + std::to_string(moved.PdoAt(2).OwnerSlot), "2076");
 
     // Another product rebuilds the node, in the new slot when the number changes too.
     dialog.Open("mod", 6);

@@ -12,9 +12,22 @@
 namespace velmora {
 namespace {
 
-TEST(EdsDump, RecordsOf46Bytes) {
+// Fields as the record rules write them: little-endian numbers, texts after a 16-bit length.
+std::string Le(long long value, int bytes) {
+    std::string out;
+    for (int i = 0; i < bytes; ++i) {
+        out += static_cast<char>((value >> (8 * i)) & 0xFF);
+    }
+    return out;
+}
+std::string Text(const std::string& text) {
+    return Le(static_cast<long long>(text.size()), 2) + text;
+}
+
+TEST(EdsDump, RecordsOf46BytesInFieldOrderUpToTheFirstThatDoesNotFit) {
     EdsObjectTable table;
-    std::istringstream in("[1000]\nParameterName=D\nAccessType=ro\nDefaultValue=1\n"
+    std::istringstream in("[1000]\nParameterName=D\nObjectType=0x7\nDataType=5\nLowLimit=1\n"
+                          "AccessType=ro\nDefaultValue=1\nObjFlags=3\nSubNumber=2\n"
                           "[1001]\nParameterName=A name far too long for the record\n");
     LoadEds(table, in);
 
@@ -29,36 +42,11 @@ TEST(EdsDump, RecordsOf46Bytes) {
     const std::string bytes = test::ReadFileBytes(dir.File("prova"));
     ASSERT_EQ(bytes.size(), 3 * kEdsDumpRecordLength);
     EXPECT_EQ(bytes.substr(0, 46), std::string(46, '\0'));
-
-    // Entry 1, never read: texts "", "", "", then limits 0, 0, 0, 999999999, "0", "0".
-    std::string unread(8, '\0');
-    unread += std::string(12, '\0') + std::string("\xFF\xC9\x9A\x3B", 4);
-    unread += std::string("\x01\x00"
-                          "0"
-                          "\x01\x00"
-                          "0",
-                          6) +
-              std::string(6, '\0');
-    unread.resize(46, '\0');
-    EXPECT_EQ(bytes.substr(46, 46), unread);
-
-    std::string device("\x04\x00"
-                       "4096"
-                       "\x02\x00"
-                       "-1"
-                       "\xFF\xFF"
-                       "\x01\x00"
-                       "d",
-                       15);
-    device += std::string(12, '\0') + std::string("\xFF\xC9\x9A\x3B", 4);
-    device += std::string("\x02\x00"
-                          "ro"
-                          "\x01\x00"
-                          "1",
-                          7) +
-              std::string(6, '\0');
-    device.resize(46, '\0');
-    EXPECT_EQ(bytes.substr(92, 46), device);
+    // Index and sub-index texts, IsMainObject, name, ObjectType, DataType, LowLimit,
+    // HighLimit, AccessType, DefaultValue, PdoMapping, ObjFlags, SubNumber, zero filler.
+    EXPECT_EQ(bytes.substr(92), Text("4096") + Text("-1") + Le(-1, 2) + Text("d") + Le(7, 4) +
+                                    Le(5, 4) + Le(1, 4) + Le(999999999, 4) + Text("ro") +
+                                    Text("1") + Le(0, 2) + Text("3") + Le(2, 2) + '\0');
 }
 
 } // namespace

