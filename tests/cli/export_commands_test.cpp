@@ -5,7 +5,6 @@
 #include "support/temp_dir.h"
 
 #include <filesystem>
-#include <sstream>
 
 #include <gtest/gtest.h>
 
@@ -41,7 +40,6 @@ TEST(CliExport, WritesTheControllerFileOrRefuses) {
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(result.err, "velmora-cli: Impossibile esportare\n");
     EXPECT_FALSE(std::filesystem::exists(dir.File("rifiutato.cop")));
-    EXPECT_EQ(RunCli({"export", dir.File("nessuno.nodi")}).status, 1);
 }
 
 TEST(CliCheck, PrintsTheChannelDialog) {
