@@ -96,12 +96,7 @@ void AddNodeDialog::SelectProduct(int item) {
 }
 
 void AddNodeDialog::Refuse(const std::string& line1, const std::string& line2) {
-    AlertRequest alert;
-    alert.Source = AddNodeTexts::AlertSource;
-    alert.Line1 = line1;
-    alert.Line2 = line2;
-    alert.DisablesEditor = true;
-    alerts_.ShowAlert(alert);
+    alerts_.ShowAlert(BlockingAlert(std::string(AddNodeTexts::AlertSource), line1, line2));
 }
 
 DialogResult AddNodeDialog::Ok() {

@@ -372,8 +372,9 @@ void MainCommands::AddEdsFile() {
 
 void MainCommands::ShowSelectAnItemAlert() {
     windowEnabled_ = false;
-    alerts_.ShowAlert({"MainWin", "Selezionare un elemento dalla treeView e scegliere un azione ",
-                       "oppure fare doppio click sull'elemento desiderato", "", true, false, ""});
+    alerts_.ShowAlert(
+        BlockingAlert("MainWin", "Selezionare un elemento dalla treeView e scegliere un azione ",
+                      "oppure fare doppio click sull'elemento desiderato"));
     windowEnabled_ = true;
 }
 

@@ -4,6 +4,7 @@
 // return one of these; the dialog itself belongs to the user interface.
 
 #include <string>
+#include <utility>
 
 namespace velmora {
 
@@ -23,6 +24,16 @@ struct AlertRequest {
 
     bool operator==(const AlertRequest&) const = default;
 };
+
+// An alert with no action that disables the source dialog while it is up.
+inline AlertRequest BlockingAlert(std::string source, std::string line1, std::string line2) {
+    AlertRequest request;
+    request.Source = std::move(source);
+    request.Line1 = std::move(line1);
+    request.Line2 = std::move(line2);
+    request.DisablesEditor = true;
+    return request;
+}
 
 // The one modal alert dialog (ShowAlert). It shows the two lines, and the check box
 // "Inserisci comunque il Cob-Id" when the request offers it, and returns when the user closes

@@ -31,12 +31,7 @@ bool PasteDialog::Open(int copiedSlot) {
 }
 
 void PasteDialog::Refuse(const std::string& line1, const std::string& line2) {
-    AlertRequest alert;
-    alert.Source = PasteTexts::AlertSource;
-    alert.Line1 = line1;
-    alert.Line2 = line2;
-    alert.DisablesEditor = true;
-    alerts_.ShowAlert(alert);
+    alerts_.ShowAlert(BlockingAlert(std::string(PasteTexts::AlertSource), line1, line2));
 }
 
 DialogResult PasteDialog::Ok() {
