@@ -1,7 +1,7 @@
 // Save and load of a full configuration: 501 nodes whose records are filled to the last of
 // their 15304 bytes.
 
-#include "model/workspace.h"
+#include "session/workspace.h"
 #include "storage/configuration_file.h"
 #include "storage/record_io.h"
 
@@ -81,7 +81,7 @@ void BM_LoadFullNetwork(benchmark::State& state) {
     auto workspace = std::make_unique<Workspace>();
     workspace->AppDirectory = "/opt/velmora";
     for (auto _ : state) {
-        LoadConfiguration(*workspace, folder, "full.nodi");
+        LoadIntoWorkspace(*workspace, folder, "full.nodi");
         benchmark::DoNotOptimize(workspace->Net.NodeCount);
     }
     state.SetBytesProcessed(state.iterations() * 503 * kConfigurationRecordLength);

@@ -6,7 +6,6 @@
 #include "model/numeric.h"
 #include "model/text.h"
 #include "model/transmission_mode.h"
-#include "model/workspace.h"
 #include "pdo/cob_id.h"
 
 namespace velmora {
@@ -21,9 +20,9 @@ ImportMessage PdoCountError() {
 }
 
 // One direction's walk; false when it stopped at k = 11 with PDOs still missing.
-bool WalkPdos(Workspace& workspace, int slot, std::string_view direction,
+bool WalkPdos(const NodeImport& target, int slot, std::string_view direction,
               std::int32_t communicationBase, int count, int firstPosition) {
-    const EdsObjectTable& table = workspace.Eds;
+    const EdsObjectTable& table = target.Eds;
     int created = 0;
     for (int k = 0; created < count; ++k) {
         if (k == kPdoWalkLimit) {
@@ -31,7 +30,7 @@ bool WalkPdos(Workspace& workspace, int slot, std::string_view direction,
         }
         if (table.FindPosition(communicationBase + k, -1) != 0 &&
             table.FindPosition(communicationBase + 0x200 + k, -1) != 0) {
-            CreatePdoFromEds(workspace, slot, firstPosition + created, k, direction);
+            CreatePdoFromEds(target, slot, firstPosition + created, k, direction);
             ++created;
         }
     }
@@ -40,16 +39,16 @@ bool WalkPdos(Workspace& workspace, int slot, std::string_view direction,
 
 } // namespace
 
-std::vector<ImportMessage> AddNodeFromEds(Workspace& workspace, const std::string& edsName,
+std::vector<ImportMessage> AddNodeFromEds(const NodeImport& target, const std::string& edsName,
                                           int slot) {
-    LoadEds(workspace.Eds, workspace.EdsDirectory(), edsName);
-    const EdsPdoCounts counts = CountEdsPdos(workspace.Eds);
-    return ImportEdsPdos(workspace, edsName, counts.txCount, counts.rxCount, slot);
+    LoadEds(target.Eds, target.EdsDirectory, edsName);
+    const EdsPdoCounts counts = CountEdsPdos(target.Eds);
+    return ImportEdsPdos(target, edsName, counts.txCount, counts.rxCount, slot);
 }
 
-std::vector<ImportMessage> ImportEdsPdos(Workspace& workspace, const std::string& edsName,
+std::vector<ImportMessage> ImportEdsPdos(const NodeImport& target, const std::string& edsName,
                                          int txCount, int rxCount, int slot) {
-    Node& node = workspace.Net.NodeAt(slot);
+    Node& node = target.Net.NodeAt(slot);
     node.EdsName = edsName.substr(0, edsName.find('.'));
     node.ParameterCount = 0;
     node.RxPdoCount = ToInt16(rxCount);
@@ -60,18 +59,18 @@ std::vector<ImportMessage> ImportEdsPdos(Workspace& workspace, const std::string
     node.PdoAt(0).OwnerSlot = static_cast<std::int16_t>(slot);
 
     std::vector<ImportMessage> messages;
-    if (!WalkPdos(workspace, slot, PdoDirection::Tx, 0x1800, txCount, 0)) {
+    if (!WalkPdos(target, slot, PdoDirection::Tx, 0x1800, txCount, 0)) {
         messages.push_back(PdoCountError());
     }
-    if (!WalkPdos(workspace, slot, PdoDirection::Rx, 0x1400, rxCount, txCount)) {
+    if (!WalkPdos(target, slot, PdoDirection::Rx, 0x1400, rxCount, txCount)) {
         messages.push_back(PdoCountError());
     }
     return messages;
 }
 
-void CreatePdoFromEds(Workspace& workspace, int slot, int position, int k,
+void CreatePdoFromEds(const NodeImport& target, int slot, int position, int k,
                       std::string_view direction) {
-    Node& node = workspace.Net.NodeAt(slot);
+    Node& node = target.Net.NodeAt(slot);
     Pdo& pdo = node.PdoAt(position);
     pdo.Direction = std::string(direction);
     pdo.OwnerSlot = static_cast<std::int16_t>(slot);
@@ -83,15 +82,15 @@ void CreatePdoFromEds(Workspace& workspace, int slot, int position, int k,
     pdo.Block = PdoFlagBlock{};
 
     const DefaultMapping mapping =
-        DefaultMappingFromEds(workspace, node.EdsName + ".eds", direction, k);
+        DefaultMappingFromEds(target, node.EdsName + ".eds", direction, k);
     pdo.Settings.MappingCount = mapping.MappingCount;
     pdo.Settings.Mappings = mapping.Mappings;
 }
 
-DefaultMapping DefaultMappingFromEds(Workspace& workspace, const std::string& edsFileName,
+DefaultMapping DefaultMappingFromEds(const NodeImport& target, const std::string& edsFileName,
                                      std::string_view direction, int k) {
-    EdsObjectTable& table = workspace.Eds;
-    LoadEds(table, workspace.EdsDirectory(), edsFileName);
+    EdsObjectTable& table = target.Eds;
+    LoadEds(table, target.EdsDirectory, edsFileName);
     const std::string prefix = direction == PdoDirection::Tx ? "1a0" : "160";
     const std::int32_t mappingIndex = ReadEdsHex(prefix + DecimalText(k));
 

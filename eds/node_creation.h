@@ -15,7 +15,15 @@
 
 namespace velmora {
 
-struct Workspace;
+class EdsObjectTable;
+
+// What node creation works on: the network it adds to, the EDS object table it loads each
+// node's EDS into, and the folder of the EDS files (with its trailing separator).
+struct NodeImport {
+    Network& Net;
+    EdsObjectTable& Eds;
+    std::string EdsDirectory;
+};
 
 // A message box shown during the import: the GUI shows it, velmora-cli prints it as a
 // warning and goes on.
@@ -35,7 +43,7 @@ struct DefaultMapping {
 // Loads edsName from the EDS folder, counts its PDOs (CountEdsPdos) and imports them into
 // slot (0..500). The slot is not cleared first; NodeCount is the caller's. A file error of
 // LoadEds stops the creation.
-std::vector<ImportMessage> AddNodeFromEds(Workspace& workspace, const std::string& edsName,
+std::vector<ImportMessage> AddNodeFromEds(const NodeImport& target, const std::string& edsName,
                                           int slot);
 
 // Fills the node fields of slot (EdsName = edsName up to its first ".", the counts, no
@@ -46,13 +54,13 @@ std::vector<ImportMessage> AddNodeFromEds(Workspace& workspace, const std::strin
 // when k reaches 11 with PDOs still missing: then "Errore numero di pdo RX" (also for the
 // TX walk), titled "Import Error", is returned, and the node keeps the PDOs created so far
 // with its counts uncorrected.
-std::vector<ImportMessage> ImportEdsPdos(Workspace& workspace, const std::string& edsName,
+std::vector<ImportMessage> ImportEdsPdos(const NodeImport& target, const std::string& edsName,
                                          int txCount, int rxCount, int slot);
 
 // One PDO at position of slot: Direction, OwnerSlot = slot, PdoNumber = k, Note = the node's
 // EdsName, DefaultCobId from ComputeDefaultCobId with a cleared five-value block, and the
 // mapping table from DefaultMappingFromEds(EdsName + ".eds", direction, k).
-void CreatePdoFromEds(Workspace& workspace, int slot, int position, int k,
+void CreatePdoFromEds(const NodeImport& target, int slot, int position, int k,
                       std::string_view direction);
 
 // Loads edsFileName again and reads the default mapping of PDO k: the mapping object is
@@ -64,7 +72,7 @@ void CreatePdoFromEds(Workspace& workspace, int slot, int position, int k,
 // name: the main object's when the first entry of its index is a simple variable (object
 // type 7), else the sub-object's; a name equal to the previous entry's gets " #" and a
 // running number (" # 0", " # 1", ...) that restarts when the name changes.
-DefaultMapping DefaultMappingFromEds(Workspace& workspace, const std::string& edsFileName,
+DefaultMapping DefaultMappingFromEds(const NodeImport& target, const std::string& edsFileName,
                                      std::string_view direction, int k);
 
 } // namespace velmora

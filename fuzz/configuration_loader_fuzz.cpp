@@ -2,7 +2,7 @@
 // Every outcome but a RuntimeError or a clean load is a bug.
 
 #include "model/runtime_error.h"
-#include "model/workspace.h"
+#include "session/workspace.h"
 #include "storage/configuration_file.h"
 
 #include <cstddef>
@@ -20,7 +20,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }();
     std::istringstream in(std::string(reinterpret_cast<const char*>(data), size));
     try {
-        velmora::LoadConfiguration(*workspace, in, "/fuzz/", "input.nodi");
+        velmora::LoadConfiguration(workspace->Net, workspace->AppDirectory, in, "/fuzz/",
+                                   "input.nodi");
         // What loaded must save again without trouble, or fail with a run-time error.
         std::ostringstream out;
         velmora::WriteConfiguration(workspace->Net, out);

@@ -2,7 +2,7 @@
 // (named after it), as starting points: random bytes rarely get past a 15304-byte format
 // mark.
 
-#include "model/workspace.h"
+#include "session/workspace.h"
 #include "storage/configuration_file.h"
 
 #include <filesystem>

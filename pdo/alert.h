@@ -1,7 +1,7 @@
 #pragma once
 
 // What the modal alert dialog (ShowAlert) is asked to show. The rules that raise alerts
-// return one of these; the dialog itself belongs to the user interface.
+// return one of these; the dialog itself is an interface of the application layer.
 
 #include <string>
 #include <utility>
@@ -34,16 +34,5 @@ inline AlertRequest BlockingAlert(std::string source, std::string line1, std::st
     request.DisablesEditor = true;
     return request;
 }
-
-// The one modal alert dialog (ShowAlert). It shows the two lines, and the check box
-// "Inserisci comunque il Cob-Id" when the request offers it, and returns when the user closes
-// it: true when the check box was ticked. The caller disables its own dialog before and
-// enables it again after, as the request's Source says. The GUI implements it with a Qt
-// dialog; tests answer from a script.
-class AlertDialog {
-public:
-    virtual ~AlertDialog() = default;
-    virtual bool ShowAlert(const AlertRequest& request) = 0;
-};
 
 } // namespace velmora

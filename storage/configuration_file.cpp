@@ -5,7 +5,6 @@
 #include "model/paths.h"
 #include "model/runtime_error.h"
 #include "model/text.h"
-#include "model/workspace.h"
 #include "storage/record_io.h"
 
 #include <filesystem>
@@ -225,14 +224,14 @@ void SetConfigurationName(Network& network, const std::string& directory,
     network.ExportPath = DeriveExportPath(directory, name);
 }
 
-void LoadConfiguration(Workspace& workspace, const std::string& directory,
-                       const std::string& name) {
+void LoadConfiguration(Network& network, const std::string& appDirectory,
+                       const std::string& directory, const std::string& name) {
     std::ifstream file = OpenForReading(directory + name);
-    LoadConfiguration(workspace, file, directory, name);
+    LoadConfiguration(network, appDirectory, file, directory, name);
 }
 
-void LoadConfiguration(Workspace& workspace, std::istream& in, const std::string& directory,
-                       const std::string& name) {
+void LoadConfiguration(Network& network, const std::string& appDirectory, std::istream& in,
+                       const std::string& directory, const std::string& name) {
     const std::string path = directory + name;
     if (IsCurrentFormat(in) != 1) {
         throw RuntimeError(ErrorCode::UnsupportedFormat,
@@ -240,8 +239,7 @@ void LoadConfiguration(Workspace& workspace, std::istream& in, const std::string
                                " non è una configurazione nel formato attuale e non può "
                                "essere caricato");
     }
-    Network& network = workspace.Net;
-    NewNetwork(network, workspace.AppDirectory);
+    NewNetwork(network, appDirectory);
     network.ExportPath = DeriveExportPath(directory, name);
 
     in.clear();
@@ -275,7 +273,6 @@ void LoadConfiguration(Workspace& workspace, std::istream& in, const std::string
     }
     network.NodeCount = static_cast<std::int16_t>(nodesRead);
     network.Saved = kTrue;
-    RecountAfterLoad(network, workspace.Channels);
     network.Directory = directory;
     network.FileName = name;
 }

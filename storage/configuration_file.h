@@ -16,7 +16,6 @@ namespace velmora {
 
 struct Network;
 struct Node;
-struct Workspace;
 class RecordWriter;
 class RecordReader;
 
@@ -47,17 +46,17 @@ std::int16_t IsCurrentFormat(std::istream& in);
 
 // Replaces the network with the file directory + name (directory ends with a separator).
 // A file without the format mark is refused with an UnsupportedFormat error before anything
-// changes. Otherwise the network is emptied, the export path derived, record 2 read into the
-// export settings and every complete node record stored into its slot; NodeCount becomes
-// the number of node records, Saved -1, the channel counters are recounted and Directory and
-// FileName name the file. Records 1 and 2 must be complete; a trailing partial record, a
-// field running past the record, or an OwnerSlot outside 0..500 stop the load with a
-// RuntimeError, the nodes stored before it staying in the network.
-void LoadConfiguration(Workspace& workspace, const std::string& directory,
-                       const std::string& name);
+// changes. Otherwise the network is emptied (NewNetwork with appDirectory), the export path
+// derived, record 2 read into the export settings and every complete node record stored into
+// its slot; NodeCount becomes the number of node records, Saved -1, and Directory and
+// FileName name the file. The channel counters are the caller's to recount. Records 1 and 2 must
+// be complete; a trailing partial record, a field running past the record, or an OwnerSlot outside
+// 0..500 stop the load with a RuntimeError, the nodes stored before it staying in the network.
+void LoadConfiguration(Network& network, const std::string& appDirectory,
+                       const std::string& directory, const std::string& name);
 // The same, reading the file's bytes from in (positioned at its start).
-void LoadConfiguration(Workspace& workspace, std::istream& in, const std::string& directory,
-                       const std::string& name);
+void LoadConfiguration(Network& network, const std::string& appDirectory, std::istream& in,
+                       const std::string& directory, const std::string& name);
 
 // Directory = directory, FileName = name, ExportPath = directory + name without its last five
 // characters + ".cop". A name of fewer than five characters is the InvalidArgument error.

@@ -5,7 +5,6 @@
 #include "model/runtime_error.h"
 #include "model/text.h"
 #include "model/transmission_mode.h"
-#include "model/workspace.h"
 
 #include <charconv>
 
@@ -347,7 +346,8 @@ TreeSelection NetworkTree::SelectItem(Network& network, int i) const {
     return selection;
 }
 
-TreeActivation NetworkTree::ActivateItem(Workspace& workspace, int i) const {
+TreeActivation NetworkTree::ActivateItem(const Network& network, std::int16_t& modified,
+                                         int i) const {
     const std::string_view key = Key(i);
     const std::string_view caption = Caption(i);
     const int parent = Item(i).Parent;
@@ -356,7 +356,7 @@ TreeActivation NetworkTree::ActivateItem(Workspace& workspace, int i) const {
     TreeActivation activation;
     if (Contains(caption, kPdoCaptionMark) && parentCaption != kFolderCaption) {
         activation.Editor = TreeEditor::Pdo;
-        activation.Target = PdoTarget(workspace.Net, key);
+        activation.Target = PdoTarget(network, key);
     } else if (parentCaption == kFolderCaption) {
         activation.Editor = TreeEditor::Parameter;
         activation.Target = ParameterTarget(key);
@@ -376,7 +376,7 @@ TreeActivation NetworkTree::ActivateItem(Workspace& workspace, int i) const {
         activation.Target.Slot = SlotAfterAt(key);
         activation.RebuildAfter = true;
     }
-    workspace.Modified = kTrue;
+    modified = kTrue;
     return activation;
 }
 

@@ -22,7 +22,6 @@
 namespace velmora {
 
 struct Network;
-struct Workspace;
 
 enum class TreeItemKind { Root, Node, Timeout, TxPdo, RxPdo, ParameterFolder, Parameter };
 
@@ -124,9 +123,10 @@ public:
 
     // Decides the editor that activating item i opens, in this order: a "pdo_" caption not
     // under the folder; an item under the folder; the folder; any key without "PARTIMEOUT"
-    // (node or root); the time-out item. Marks the configuration modified. A PDO key that
-    // does not parse is the InvalidArgument error.
-    TreeActivation ActivateItem(Workspace& workspace, int i) const;
+    // (node or root); the time-out item. Then sets modified (the configuration's modified
+    // mark) to -1. A PDO key that does not parse is the InvalidArgument error, and the mark
+    // is left as it was.
+    TreeActivation ActivateItem(const Network& network, std::int16_t& modified, int i) const;
 
 private:
     struct Entry {

@@ -9,8 +9,8 @@
 #include "model/network.h"
 #include "model/paths.h"
 #include "model/text.h"
-#include "model/workspace.h"
 #include "pdo/mode_choice.h"
+#include "session/workspace.h"
 #include "storage/configuration_file.h"
 
 #include <cmath>
@@ -148,7 +148,8 @@ private:
             !IsExistingFile(ResolveNameIgnoringCase(EdsPath(workspace_.EdsDirectory(), eds)))) {
             throw ScenarioError("Eds non trovato:" + eds);
         }
-        for (const ImportMessage& message : AddNodeFromEds(workspace_, eds, slot)) {
+        for (const ImportMessage& message :
+             AddNodeFromEds(workspace_.ForNodeImport(), eds, slot)) {
             context_.err << "velmora-cli: " << message.Title << ": " << message.Text << " (nodo "
                          << number << ", " << eds << ")\n";
         }

@@ -4,8 +4,8 @@
 #include "cli/configuration_loading.h"
 #include "cli/json_writer.h"
 #include "export/channel_analysis.h"
-#include "export/controller_export.h"
-#include "model/workspace.h"
+#include "session/export_commands.h"
+#include "session/workspace.h"
 
 #include <algorithm>
 #include <iterator>

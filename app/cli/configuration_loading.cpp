@@ -1,16 +1,9 @@
 #include "cli/configuration_loading.h"
 
 #include "model/paths.h"
-#include "model/workspace.h"
-#include "storage/configuration_file.h"
+#include "session/workspace.h"
 
 namespace velmora::cli {
-
-void StartWorkspace(Workspace& workspace, const std::string& appDirectory) {
-    workspace.AppDirectory = appDirectory;
-    workspace.Net.ExportExtension = ".cop";
-    NewNetwork(workspace.Net, appDirectory);
-}
 
 void LoadConfigurationFile(Workspace& workspace, const std::string& appDirectory,
                            const std::string& path) {
@@ -21,7 +14,7 @@ void LoadConfigurationFile(Workspace& workspace, const std::string& appDirectory
     if (folder.empty()) {
         folder = std::string(".") + kPathSeparator;
     }
-    LoadConfiguration(workspace, folder, name);
+    LoadIntoWorkspace(workspace, folder, name);
 }
 
 } // namespace velmora::cli

@@ -17,7 +17,4 @@ namespace velmora::cli {
 void LoadConfigurationFile(Workspace& workspace, const std::string& appDirectory,
                            const std::string& path);
 
-// A fresh workspace as start-up leaves it: folder set, extension ".cop", empty network.
-void StartWorkspace(Workspace& workspace, const std::string& appDirectory);
-
 } // namespace velmora::cli

@@ -4,7 +4,7 @@
 #include "cli/cli.h"
 #include "cli/configuration_loading.h"
 #include "cli/json_writer.h"
-#include "model/workspace.h"
+#include "session/workspace.h"
 
 #include <QCommandLineParser>
 

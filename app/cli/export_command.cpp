@@ -3,9 +3,8 @@
 #include "cli/cli.h"
 #include "cli/configuration_loading.h"
 #include "export/channel_analysis.h"
-#include "export/controller_export.h"
-#include "model/user_dialogs.h"
-#include "model/workspace.h"
+#include "session/export_commands.h"
+#include "session/workspace.h"
 
 #include <QCommandLineParser>
 
@@ -23,24 +22,6 @@ constexpr const char* kUsage =
     "  -h, --help        mostra questo aiuto\n\n"
     "Uscita: 0 file scritto, 1 errore, 3 esportazione rifiutata.\n";
 
-// The export's only message box is "Nome file non definito"; it becomes the error line.
-class CliDialogs : public UserDialogs {
-public:
-    std::string message;
-
-    void Inform(const std::string&, const std::string& text) override { message = text; }
-    void ShowError(const std::string& text) override { message = text; }
-    bool AskYesNo(const std::string&, const std::string&) override { return false; }
-    std::optional<std::string> ChooseFileToOpen(const std::string&,
-                                                const std::vector<FileFilter>&) override {
-        return std::nullopt;
-    }
-    std::optional<std::string> ChooseFileToSave(const std::string&,
-                                                const std::vector<FileFilter>&) override {
-        return std::nullopt;
-    }
-};
-
 } // namespace
 
 int RunExport(const QStringList& args, Context& context) {
@@ -57,9 +38,8 @@ int RunExport(const QStringList& args, Context& context) {
     if (parser.isSet(outputOption)) {
         workspace.Net.ExportPath = parser.value(outputOption).toStdString();
     }
-    CliDialogs dialogs;
     ChannelDialogState dialog;
-    const ExportOutcome outcome = ExportToController(workspace, dialog, dialogs);
+    const ExportOutcome outcome = ExportToController(workspace, dialog);
     switch (outcome.Status) {
     case ExportStatus::Written:
         context.out << dialog.Message << '\n';
@@ -72,7 +52,7 @@ int RunExport(const QStringList& args, Context& context) {
     case ExportStatus::NoFileName:
         break;
     }
-    return context.Fail(dialogs.message);
+    return context.Fail(std::string(ExportTexts::NoNameText));
 }
 
 } // namespace velmora::cli

@@ -2,7 +2,7 @@
 
 #include "cli/cli.h"
 #include "cli/configuration_loading.h"
-#include "model/workspace.h"
+#include "session/workspace.h"
 #include "tree/network_tree.h"
 
 #include <QCommandLineParser>

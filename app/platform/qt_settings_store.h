@@ -3,7 +3,7 @@
 // The per-user settings store on top of QSettings: INI format, user scope, organisation and
 // application "Velmora". Start-up writes the application folder under "Generali"/"Path".
 
-#include "model/settings_store.h"
+#include "interfaces/settings_store.h"
 
 namespace velmora {
 

@@ -1,7 +1,7 @@
 #include "cli/cli.h"
 #include "cli_runner.h"
 #include "model/text.h"
-#include "model/workspace.h"
+#include "session/workspace.h"
 #include "storage/configuration_file.h"
 #include "support/temp_dir.h"
 
@@ -46,7 +46,7 @@ protected:
         Workspace workspace;
         workspace.AppDirectory = app_.Path();
         workspace.Net.ExportExtension = ".cop";
-        LoadConfiguration(workspace, app_.Folder(), "out.nodi");
+        LoadIntoWorkspace(workspace, app_.Folder(), "out.nodi");
         return workspace;
     }
 

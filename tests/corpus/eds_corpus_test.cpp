@@ -3,7 +3,7 @@
 
 #include "eds/node_creation.h"
 #include "model/runtime_error.h"
-#include "model/workspace.h"
+#include "session/workspace.h"
 #include "storage/configuration_file.h"
 #include "support/temp_dir.h"
 
@@ -42,7 +42,7 @@ TEST(EdsCorpus, EveryFileBuildsANodeOrStopsAtALimit) {
     for (const std::string& name : names) {
         SCOPED_TRACE(name);
         try {
-            AddNodeFromEds(workspace, name, slot);
+            AddNodeFromEds(workspace.ForNodeImport(), name, slot);
         } catch (const RuntimeError& stop) {
             EXPECT_EQ(expectedToStop.count(name), 1u) << stop.what();
             EXPECT_NE(std::string(stop.what()).find("supera le 100 righe"), std::string::npos);
@@ -58,7 +58,7 @@ TEST(EdsCorpus, EveryFileBuildsANodeOrStopsAtALimit) {
     Workspace loaded;
     loaded.AppDirectory = corpus;
     loaded.Net.ExportExtension = ".cop";
-    LoadConfiguration(loaded, dir.Folder(), "corpus.nodi");
+    LoadIntoWorkspace(loaded, dir.Folder(), "corpus.nodi");
     EXPECT_EQ(loaded.Net.NodeCount, slot);
     for (int s = 0; s < slot; ++s) {
         EXPECT_TRUE(loaded.Net.NodeAt(s) == workspace.Net.NodeAt(s)) << "slot " << s;

@@ -1,7 +1,7 @@
 #include "eds/node_creation.h"
 #include "model/network.h"
 #include "model/text.h"
-#include "model/workspace.h"
+#include "session/workspace.h"
 #include "support/app_fixture.h"
 
 #include <string>
@@ -40,7 +40,7 @@ TEST_F(NodeCreation, PdosInObjectOrderWithDefaults) {
     app.WriteEds("Drive.EDS", std::string(kObjects) + PdoObjects("1800", "1A00", {"0x60410010"}) +
                                   PdoObjects("1802", "1A02", {}) +
                                   PdoObjects("1400", "1600", {"0x60400010"}));
-    EXPECT_TRUE(AddNodeFromEds(app.Ws(), "Drive.EDS", 4).empty());
+    EXPECT_TRUE(AddNodeFromEds(app.Ws().ForNodeImport(), "Drive.EDS", 4).empty());
 
     const Node& node = net.NodeAt(4);
     EXPECT_EQ(node.EdsName, "Drive");
@@ -73,7 +73,7 @@ TEST_F(NodeCreation, WalkStopsAtElevenPdosOfEachDirection) {
     app.WriteEds("twelve.eds", text);
     // Twelve TX and twelve RX PDOs are counted, eleven of each created, one message each.
     const ImportMessage expected{"Import Error", "Errore numero di pdo RX"};
-    EXPECT_EQ(AddNodeFromEds(app.Ws(), "twelve", 1),
+    EXPECT_EQ(AddNodeFromEds(app.Ws().ForNodeImport(), "twelve", 1),
               (std::vector<ImportMessage>{expected, expected}));
     const Node& node = net.NodeAt(1);
     EXPECT_EQ(node.TxPdoCount, 12);
@@ -93,7 +93,7 @@ TEST_F(NodeCreation, DefaultMappingNamesAndEntries) {
                        {"0x60410010", "0x60410010", "0x60410010", "0x60400010", "0x60400010"}) +
             PdoObjects("1801", "1A01", {"0x20000208", "0x20000108", "0x20000108"}, "0x04") +
             PdoObjects("1802", "1A02", {"0x60410010"}, "99"));
-    AddNodeFromEds(app.Ws(), "io.eds", 2);
+    AddNodeFromEds(app.Ws().ForNodeImport(), "io.eds", 2);
     const Node& node = net.NodeAt(2);
 
     const PdoSettings& first = node.PdoAt(0).Settings;
@@ -118,7 +118,7 @@ TEST_F(NodeCreation, DefaultMappingNamesAndEntries) {
 
 TEST_F(NodeCreation, ANodeWithoutPdosStillNamesItsSlotForLoading) {
     app.WriteEds("none.eds", "[1000]\nParameterName=Device Type\n");
-    EXPECT_TRUE(AddNodeFromEds(app.Ws(), "none.eds", 7).empty());
+    EXPECT_TRUE(AddNodeFromEds(app.Ws().ForNodeImport(), "none.eds", 7).empty());
     // The configuration file puts a node back into the slot that its PDO 0 names.
     EXPECT_EQ(net.NodeAt(7).PdoAt(0).OwnerSlot, 7);
 }

@@ -3,7 +3,7 @@
 #include "eds/eds_object_table.h"
 #include "eds/eds_reader.h"
 #include "eds/node_creation.h"
-#include "model/workspace.h"
+#include "session/workspace.h"
 
 #include <filesystem>
 #include <string>
@@ -37,7 +37,8 @@ TEST(RealEdsFiles, NodesWithTheirDefaultMappings) {
     }
     Workspace workspace;
     workspace.AppDirectory = kCorpus;
-    EXPECT_TRUE(AddNodeFromEds(workspace, "canopeneditor_demo_drive.eds", 9).empty());
+    EXPECT_TRUE(
+        AddNodeFromEds(workspace.ForNodeImport(), "canopeneditor_demo_drive.eds", 9).empty());
     const Node& drive = workspace.Net.NodeAt(9);
     EXPECT_EQ(drive.TxPdoCount, 2);
     EXPECT_EQ(drive.RxPdoCount, 1);

@@ -1,5 +1,5 @@
 #include "model/runtime_error.h"
-#include "model/workspace.h"
+#include "session/workspace.h"
 #include "storage/configuration_file.h"
 #include "storage/record_io.h"
 #include "support/temp_dir.h"
@@ -86,7 +86,7 @@ TEST(ConfigurationFile, EmptyNetworkWritesTheMarkAndTheSettingsOnly) {
 
     Workspace loaded;
     StartEmpty(loaded);
-    LoadConfiguration(loaded, dir.Folder(), "rete.nodi");
+    LoadIntoWorkspace(loaded, dir.Folder(), "rete.nodi");
     EXPECT_EQ(loaded.Net.NodeCount, 0);
     EXPECT_EQ(loaded.Net.MaxFastPdo(), 12);
     EXPECT_EQ(IsCurrentFormat(dir.File("rete.nodi")), 1);
@@ -106,7 +106,7 @@ TEST(ConfigurationFile, SavedNetworkLoadsBackIdenticalAndSavesToIdenticalBytes) 
 
     Workspace loaded;
     StartEmpty(loaded);
-    LoadConfiguration(loaded, dir.Folder(), "impianto.nodi");
+    LoadIntoWorkspace(loaded, dir.Folder(), "impianto.nodi");
     workspace.Net.ExportPath = dir.Folder() + "impianto.cop";
     EXPECT_EQ(loaded.Net, workspace.Net);
     // Three configured nodes, one fast TX and one slow RX PDO each.
@@ -123,7 +123,7 @@ TEST(ConfigurationFile, SavedNetworkLoadsBackIdenticalAndSavesToIdenticalBytes) 
     // Only PDO 0's OwnerSlot says where a record goes.
     loaded.Net.NodeAt(9).PdoAt(0).OwnerSlot = 20;
     SaveConfiguration(loaded.Net, "", "");
-    LoadConfiguration(loaded, dir.Folder(), "impianto.nodi");
+    LoadIntoWorkspace(loaded, dir.Folder(), "impianto.nodi");
     EXPECT_EQ(loaded.Net.NodeAt(9).InUse, 0);
     EXPECT_EQ(loaded.Net.NodeAt(20).EdsName, "io_è");
 }
@@ -180,7 +180,7 @@ protected:
     std::optional<ErrorCode> Load(const std::string& bytes) {
         WriteFileBytes(dir_.File("bad.nodi"), bytes);
         try {
-            LoadConfiguration(loaded_, dir_.Folder(), "bad.nodi");
+            LoadIntoWorkspace(loaded_, dir_.Folder(), "bad.nodi");
             return std::nullopt;
         } catch (const RuntimeError& error) {
             return error.Code();
@@ -238,8 +238,8 @@ TEST_F(HostileFile, BadFieldsAndBadSlotsStopTheLoad) {
 
 TEST_F(HostileFile, MissingFilesAndFoldersAreRunTimeErrors) {
     std::filesystem::create_directory(dir_.File("folder.nodi"));
-    EXPECT_THROW(LoadConfiguration(loaded_, dir_.Folder(), "folder.nodi"), RuntimeError);
-    EXPECT_THROW(LoadConfiguration(loaded_, dir_.Folder(), "missing.nodi"), RuntimeError);
+    EXPECT_THROW(LoadIntoWorkspace(loaded_, dir_.Folder(), "folder.nodi"), RuntimeError);
+    EXPECT_THROW(LoadIntoWorkspace(loaded_, dir_.Folder(), "missing.nodi"), RuntimeError);
     EXPECT_THROW(IsCurrentFormat(dir_.File("missing.nodi")), RuntimeError);
 }
 

@@ -1,7 +1,7 @@
 #include "support/app_fixture.h"
 
 #include "eds/node_creation.h"
-#include "model/configuration_session.h"
+#include "session/configuration_session.h"
 
 #include <filesystem>
 
@@ -59,7 +59,7 @@ Node& AppFixture::AddDrive(int slot) {
     if (!std::filesystem::exists(dir_.File("eds/drive.eds"))) {
         WriteEds("drive.eds", kDriveEds);
     }
-    AddNodeFromEds(workspace_, "drive.eds", slot);
+    AddNodeFromEds(workspace_.ForNodeImport(), "drive.eds", slot);
     ++workspace_.Net.NodeCount;
     return workspace_.Net.NodeAt(slot);
 }

@@ -3,7 +3,7 @@
 // An application folder for tests that build nodes from EDS files: a temporary folder with
 // an eds/ subfolder, a workspace in the state start-up leaves it in, and a small drive EDS.
 
-#include "model/workspace.h"
+#include "session/workspace.h"
 #include "support/temp_dir.h"
 
 #include <string>

@@ -2,7 +2,7 @@
 
 // A HelpViewer that records the pages it was asked to open, in order.
 
-#include "model/help_viewer.h"
+#include "interfaces/help_viewer.h"
 
 #include <string>
 #include <vector>

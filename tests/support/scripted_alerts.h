@@ -3,7 +3,7 @@
 // An AlertDialog that records every alert it is asked to show and answers the check box
 // "Inserisci comunque il Cob-Id" from a script (unticked when the script is empty).
 
-#include "pdo/alert.h"
+#include "interfaces/alert_dialog.h"
 
 #include <deque>
 #include <vector>

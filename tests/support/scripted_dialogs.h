@@ -3,7 +3,7 @@
 // A UserDialogs that answers from a script prepared by the test and records every dialog it
 // was asked to show, in order, as "Kind: title | text".
 
-#include "model/user_dialogs.h"
+#include "interfaces/user_dialogs.h"
 
 #include <deque>
 #include <optional>

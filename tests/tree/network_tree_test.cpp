@@ -1,5 +1,4 @@
 #include "model/runtime_error.h"
-#include "model/workspace.h"
 #include "support/network_builder.h"
 #include "tree/network_tree.h"
 
@@ -37,8 +36,8 @@ protected:
         test::AddNode(network, 7, 0, 0, "Slow", "io.eds").ParameterFolderExpanded = kTrue;
     }
 
-    Workspace workspace;
-    Network& network = workspace.Net;
+    Network network;
+    std::int16_t modified = 0;
     NetworkTree tree;
 };
 
@@ -106,13 +105,13 @@ TEST_F(NetworkTreeTest, ExpandSelectAndActivate) {
     // What each item opens is pinned by the main window's tests; here what they leave out.
     EXPECT_EQ(tree.SelectItem(network, 2).Target.Kind, TreeTargetKind::Timeout);
     EXPECT_EQ(tree.SelectItem(network, 6).Target.Kind, TreeTargetKind::ParameterFolder);
-    EXPECT_EQ(tree.ActivateItem(workspace, 0).Target.Slot, -1); // the root: edit node
-    EXPECT_TRUE(tree.ActivateItem(workspace, 10).RebuildAfter); // the time-out of slot 7
+    EXPECT_EQ(tree.ActivateItem(network, modified, 0).Target.Slot, -1); // the root: edit node
+    EXPECT_TRUE(tree.ActivateItem(network, modified, 10).RebuildAfter); // the time-out of slot 7
 
     // A node whose EDS name contains "pdo_" falls under the PDO rule and does not parse.
     network.NodeAt(7).EdsName = "pdo_io.eds";
     tree.RebuildNetworkTree(network);
-    EXPECT_THROW(tree.ActivateItem(workspace, 9), RuntimeError);
+    EXPECT_THROW(tree.ActivateItem(network, modified, 9), RuntimeError);
 }
 
 } // namespace

@@ -1,0 +1,25 @@
+#include "presenters/export_settings_dialog.h"
+
+#include "model/numeric.h"
+#include "model/text.h"
+#include "session/export_commands.h"
+#include "session/workspace.h"
+
+namespace velmora {
+
+ExportSettingsDialog::ExportSettingsDialog(Workspace& workspace) : workspace_(workspace) {
+    ReadExportSettings(workspace_.Net);
+    workspace_.Modified = kTrue;
+    maxFastText_ = DecimalText(workspace_.Net.MaxFastPdo());
+}
+
+void ExportSettingsDialog::Save(std::string_view text) {
+    const std::int16_t maxFast = ToInt16(ReadNumber(text));
+    Network& network = workspace_.Net;
+    network.MaxFastPdo() = maxFast;
+    network.DefaultFilePath().clear();
+    network.ExportExtension = ".cop";
+    maxFastText_ = DecimalText(maxFast);
+}
+
+} // namespace velmora
