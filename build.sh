@@ -6,8 +6,9 @@
 #                     the core tests under AddressSanitizer and UndefinedBehaviorSanitizer,
 #                     and a bounded run of every fuzzer
 #
-# Build folders: build/ (normal), build-asan/, build-fuzz/. Environment: JOBS (default 2),
-# FUZZ_SECONDS (default 60 per fuzzer).
+# Build folders (the presets of CMakePresets.json): build/ (normal), build-asan/, build-fuzz/.
+# Environment: JOBS (default 2), FUZZ_SECONDS (default 60 per fuzzer); CI=true turns compiler
+# warnings into errors.
 set -eu
 
 cd "$(dirname "$0")"
@@ -15,7 +16,9 @@ JOBS=${JOBS:-2}
 FUZZ_SECONDS=${FUZZ_SECONDS:-60}
 
 PACKAGES="g++ cmake ninja-build googletest libgtest-dev libgmock-dev libbenchmark-dev
-qt6-base-dev clang libclang-rt-14-dev"
+qt6-base-dev qt6-svg-dev qt6-translations-l10n clang libclang-rt-14-dev"
+WERROR=OFF
+[ "${CI:-}" = "true" ] && WERROR=ON
 
 install_missing() {
     missing=""
@@ -34,7 +37,7 @@ install_missing() {
 }
 
 build_main() {
-    cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
+    cmake --preset default -DVELMORA_WERROR=$WERROR
     cmake --build build -j "$JOBS"
 }
 
@@ -46,15 +49,13 @@ run_program() {
 }
 
 run_tests() {
-    (cd build && ctest --output-on-failure -j "$JOBS")
+    ctest --preset default -j "$JOBS"
 
-    cmake -S . -B build-asan -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVELMORA_SANITIZE=ON \
-        -DVELMORA_CORE_ONLY=ON -DVELMORA_BENCH=OFF
+    cmake --preset asan -DVELMORA_WERROR=$WERROR
     cmake --build build-asan -j "$JOBS"
-    (cd build-asan && ctest --output-on-failure -j "$JOBS" -L core)
+    ctest --preset asan -j "$JOBS"
 
-    CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-        -DVELMORA_FUZZ=ON -DVELMORA_CORE_ONLY=ON -DVELMORA_BENCH=OFF
+    cmake --preset fuzz
     cmake --build build-fuzz -j "$JOBS" --target fuzzers
     seeds=build-fuzz/seeds
     rm -rf "$seeds"
