@@ -1,0 +1,36 @@
+#pragma once
+
+// The window's dialogs: opens the Qt dialog that a request of the main window's logic names,
+// over the main window, and reports whether the network changed.
+
+#include "dialog_launcher.h"
+
+#include <memory>
+#include <string>
+
+namespace velmora {
+
+struct Workspace;
+class UserDialogs;
+class AlertDialog;
+class HelpViewer;
+
+class WindowDialogs : public DialogLauncher {
+public:
+    WindowDialogs(Workspace& workspace, UserDialogs& dialogs, AlertDialog& alerts,
+                  HelpViewer& help);
+    ~WindowDialogs() override;
+
+    bool Open(const DialogRequest& request, QWidget* parent) override;
+
+    // The about box's text: name, version, licence, Qt version, the application folder.
+    std::string AboutText() const;
+
+private:
+    Workspace& workspace_;
+    UserDialogs& dialogs_;
+    AlertDialog& alerts_;
+    HelpViewer& help_;
+};
+
+} // namespace velmora
