@@ -17,6 +17,8 @@
 #include <QLocale>
 #include <QTranslator>
 
+#include <cstdio>
+
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     QApplication::setApplicationName("velmora");
@@ -36,12 +38,23 @@ int main(int argc, char* argv[]) {
 
     QCommandLineParser parser;
     parser.setApplicationDescription("Configuratore di reti CANopen");
-    parser.addHelpOption();
+    const QCommandLineOption helpOption(QStringList{"h", "help"}, "Mostra questo aiuto.");
+    parser.addOption(helpOption);
     parser.addVersionOption();
     const QCommandLineOption appDirOption("app-dir", "Cartella dell'applicazione.", "DIR");
     parser.addOption(appDirOption);
     parser.addPositionalArgument("progetto", "Progetto ORV (.ovp) da aprire.", "[PROJECT.ovp]");
-    parser.process(app);
+    if (!parser.parse(QApplication::arguments())) {
+        std::fprintf(stderr, "velmora: %s\n", qPrintable(parser.errorText()));
+        return 1;
+    }
+    if (parser.isSet(helpOption)) {
+        std::fputs(qPrintable(parser.helpText()), stdout);
+        return 0;
+    }
+    if (parser.isSet("version")) {
+        parser.showVersion();
+    }
 
     velmora::Workspace workspace;
     workspace.AppDirectory = velmora::ResolveAppDirectory(parser.value(appDirOption), true);
