@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QLibraryInfo>
+#include <QMessageBox>
 #include <QTranslator>
 #include <QTreeView>
 
@@ -101,5 +102,12 @@ int main(int argc, char* argv[]) {
         }
     }
     ok = Save(window, out.filePath("main-window-network.png")) && ok;
+
+    // The question on closing, with Qt's own Italian buttons.
+    QMessageBox question(QMessageBox::Information, "Dati non salvati",
+                         "Dati non salvati, salvare ?", QMessageBox::Yes | QMessageBox::No,
+                         &window);
+    question.show();
+    ok = Save(question, out.filePath("question-unsaved.png")) && ok;
     return ok ? 0 : 1;
 }
