@@ -89,7 +89,9 @@ int main(int argc, char* argv[]) {
     if (network.NodeCount > 0) {
         velmora::Node& first = network.NodeAt(0);
         for (int p = 0; p < std::min<int>(2, first.TxPdoCount); ++p) {
-            first.PdoAt(p).Settings.Mode = std::string(velmora::TransmissionMode::Fast);
+            velmora::Pdo& pdo = first.PdoAt(p);
+            pdo.Settings.Mode = std::string(velmora::TransmissionMode::Fast);
+            pdo.Settings.CobId = pdo.DefaultCobId;
         }
     }
     commands.DialogClosed({velmora::DialogRequest::Kind::AddNode}, true);
