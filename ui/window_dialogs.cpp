@@ -1,7 +1,13 @@
 #include "window_dialogs.h"
 
+#include "channel_window.h"
+#include "dialog_support.h"
+#include "export_settings_window.h"
 #include "interfaces/user_dialogs.h"
+#include "presenters/export_settings_dialog.h"
+#include "presenters/timeout_dialog.h"
 #include "session/workspace.h"
+#include "timeout_window.h"
 
 #include <QMessageBox>
 #include <QtGlobal>
@@ -22,16 +28,50 @@ std::string WindowDialogs::AboutText() const {
 }
 
 bool WindowDialogs::Open(const DialogRequest& request, QWidget* parent) {
+    bool changed = false;
+    RunShowingErrors(dialogs_, [&] { changed = OpenDialog(request, parent); });
+    return changed;
+}
+
+bool WindowDialogs::OpenDialog(const DialogRequest& request, QWidget* parent) {
     using Kind = DialogRequest::Kind;
     switch (request.Dialog) {
     case Kind::About:
         QMessageBox::about(parent, QObject::tr("Informazioni su Velmora"),
                            QString::fromStdString(AboutText()));
         return false;
+    case Kind::Timeout: {
+        TimeoutDialog presenter(workspace_.Net, "PARTIMEOUT@" + std::to_string(request.Slot));
+        TimeoutWindow window(presenter, dialogs_, parent);
+        EnableOverParent(window);
+        window.exec();
+        return false; // storing time-outs marks nothing
+    }
+    case Kind::ExportSettings: {
+        ExportSettingsDialog presenter(workspace_);
+        ExportSettingsWindow window(presenter, dialogs_, parent);
+        EnableOverParent(window);
+        return window.exec() == QDialog::Accepted;
+    }
+    case Kind::ChannelDialog:
+        ShowChannels(parent);
+        return false;
     default:
         dialogs_.Inform("Velmora", "Questa finestra non è ancora disponibile.");
         return false;
     }
+}
+
+ChannelWindow* WindowDialogs::Channels() const {
+    return channels_;
+}
+
+void WindowDialogs::ShowChannels(QWidget* parent) {
+    if (channels_ == nullptr) {
+        channels_ = new ChannelWindow(workspace_.ChannelDialog, workspace_.Channels, dialogs_,
+                                      parent);
+    }
+    channels_->ShowOverParent();
 }
 
 } // namespace velmora

@@ -5,7 +5,8 @@
 
 #include "dialog_launcher.h"
 
-#include <memory>
+#include <QPointer>
+
 #include <string>
 
 namespace velmora {
@@ -14,6 +15,7 @@ struct Workspace;
 class UserDialogs;
 class AlertDialog;
 class HelpViewer;
+class ChannelWindow;
 
 class WindowDialogs : public DialogLauncher {
 public:
@@ -26,11 +28,18 @@ public:
     // The about box's text: name, version, licence, Qt version, the application folder.
     std::string AboutText() const;
 
+    // The channel dialog, once it has been shown; it lives as long as the main window.
+    ChannelWindow* Channels() const;
+
 private:
+    bool OpenDialog(const DialogRequest& request, QWidget* parent);
+    void ShowChannels(QWidget* parent);
+
     Workspace& workspace_;
     UserDialogs& dialogs_;
     AlertDialog& alerts_;
     HelpViewer& help_;
+    QPointer<ChannelWindow> channels_;
 };
 
 } // namespace velmora
