@@ -1,10 +1,14 @@
 #include "window_dialogs.h"
 
+#include "add_node_window.h"
 #include "channel_window.h"
 #include "dialog_support.h"
 #include "export_settings_window.h"
 #include "interfaces/user_dialogs.h"
+#include "paste_window.h"
+#include "presenters/add_node_dialog.h"
 #include "presenters/export_settings_dialog.h"
+#include "presenters/paste_dialog.h"
 #include "presenters/timeout_dialog.h"
 #include "session/workspace.h"
 #include "timeout_window.h"
@@ -52,6 +56,29 @@ bool WindowDialogs::OpenDialog(const DialogRequest& request, QWidget* parent) {
         ExportSettingsWindow window(presenter, dialogs_, parent);
         EnableOverParent(window);
         return window.exec() == QDialog::Accepted;
+    }
+    case Kind::AddNode:
+    case Kind::ModifyNode: {
+        AddNodeDialog presenter(workspace_, alerts_, dialogs_);
+        if (request.Dialog == Kind::ModifyNode) {
+            presenter.Open(AddNodeTexts::ModifyMode, request.Slot);
+        } else {
+            presenter.Open("");
+        }
+        AddNodeWindow window(presenter, dialogs_, parent);
+        EnableOverParent(window);
+        window.exec();
+        return window.NetworkChanged();
+    }
+    case Kind::PasteNode: {
+        PasteDialog presenter(workspace_, alerts_, dialogs_);
+        if (!presenter.Open(request.Slot)) {
+            return false;
+        }
+        PasteWindow window(presenter, dialogs_, parent);
+        EnableOverParent(window);
+        window.exec();
+        return window.NetworkChanged();
     }
     case Kind::ChannelDialog:
         ShowChannels(parent);
