@@ -242,7 +242,9 @@ void MainWindow::Handle(const DialogRequest& request) {
         setEnabled(true);
         throw;
     }
-    setEnabled(true);
+    if (!launcher_.HoldsWindow()) {
+        setEnabled(true);
+    }
     commands_.DialogClosed(request, changed);
 }
 

@@ -6,6 +6,7 @@
 #include "export_settings_window.h"
 #include "interfaces/user_dialogs.h"
 #include "paste_window.h"
+#include "pdo_window.h"
 #include "presenters/add_node_dialog.h"
 #include "presenters/export_settings_dialog.h"
 #include "presenters/paste_dialog.h"
@@ -80,6 +81,16 @@ bool WindowDialogs::OpenDialog(const DialogRequest& request, QWidget* parent) {
         window.exec();
         return window.NetworkChanged();
     }
+    case Kind::PdoEditor: {
+        PdoEditor presenter(workspace_, alerts_, dialogs_, help_, request.Slot, request.Index);
+        PdoWindow window(presenter, dialogs_, parent);
+        EnableOverParent(window);
+        window.exec();
+        if (window.SaveResult().ChannelDialogShown) {
+            ShowChannels(parent);
+        }
+        return window.SaveResult().Saved;
+    }
     case Kind::ChannelDialog:
         ShowChannels(parent);
         return false;
@@ -87,6 +98,10 @@ bool WindowDialogs::OpenDialog(const DialogRequest& request, QWidget* parent) {
         dialogs_.Inform("Velmora", "Questa finestra non è ancora disponibile.");
         return false;
     }
+}
+
+bool WindowDialogs::HoldsWindow() const {
+    return channels_ != nullptr && channels_->isVisible();
 }
 
 ChannelWindow* WindowDialogs::Channels() const {

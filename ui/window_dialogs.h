@@ -24,6 +24,7 @@ public:
     ~WindowDialogs() override;
 
     bool Open(const DialogRequest& request, QWidget* parent) override;
+    bool HoldsWindow() const override;
 
     // The about box's text: name, version, licence, Qt version, the application folder.
     std::string AboutText() const;
