@@ -5,10 +5,12 @@
 #include "dialog_support.h"
 #include "export_settings_window.h"
 #include "interfaces/user_dialogs.h"
+#include "parameter_window.h"
 #include "paste_window.h"
 #include "pdo_window.h"
 #include "presenters/add_node_dialog.h"
 #include "presenters/export_settings_dialog.h"
+#include "presenters/parameter_editor.h"
 #include "presenters/paste_dialog.h"
 #include "presenters/timeout_dialog.h"
 #include "session/workspace.h"
@@ -90,6 +92,24 @@ bool WindowDialogs::OpenDialog(const DialogRequest& request, QWidget* parent) {
             ShowChannels(parent);
         }
         return window.SaveResult().Saved;
+    }
+    case Kind::NewParameter:
+    case Kind::ParameterEditor: {
+        ParameterEditor presenter(workspace_, alerts_, dialogs_);
+        const Node& node = workspace_.Net.NodeAt(request.Slot);
+        if (request.Dialog == Kind::NewParameter) {
+            if (!presenter.OpenParameterEditor(request.Slot, node.ParameterCount,
+                                               ParameterEditorTexts::NewMode)) {
+                return false;
+            }
+        } else {
+            presenter.OpenParameterEditor(request.Slot, request.Index, "mod");
+            presenter.setOldData(node.ParameterAt(request.Index));
+        }
+        ParameterWindow window(presenter, dialogs_, parent);
+        EnableOverParent(window);
+        window.exec();
+        return window.NetworkChanged();
     }
     case Kind::ChannelDialog:
         ShowChannels(parent);

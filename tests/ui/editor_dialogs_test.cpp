@@ -144,5 +144,59 @@ TEST_F(EditorDialogs, TheMappingEditorAddsAMappingToTheTree) {
     EXPECT_EQ(RxPdo().Settings.MappingAt(RxPdo().Settings.MappingCount - 1).ObjectIndex, "6064");
 }
 
+TEST_F(EditorDialogs, ParameterFromTheChooserIsSavedByEnterInValore) {
+    const bool changed = OpenWith({Kind::NewParameter, 4}, [this](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Aggiungi parametro per ...");
+        QComboBox* objects = Find<QComboBox>(dialog, "objects");
+        const int item = objects->findText("[6060] ", Qt::MatchStartsWith);
+        ASSERT_GT(item, 0);
+        QLineEdit* chooser = objects->lineEdit();
+        chooser->selectAll();
+        QTest::keyClicks(chooser, objects->itemText(item));
+        QTest::keyClick(chooser, Qt::Key_Return); // applies the chosen object
+        EXPECT_EQ(Find<QLineEdit>(dialog, "index")->text(), "6060");
+        EXPECT_EQ(Find<QLineEdit>(dialog, "nByte")->text(), "1");
+        EXPECT_TRUE(dialog.isVisible());
+        Picture(dialog, "parameter-editor");
+        Type(dialog, "value", "3");
+        QTest::keyClick(Find<QLineEdit>(dialog, "value"), Qt::Key_Return);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_TRUE(changed);
+    const Node& node = app_.Ws().Net.NodeAt(4);
+    EXPECT_EQ(node.ParameterCount, 1);
+    EXPECT_EQ(node.ParameterAt(0).ObjectIndex, "6060");
+    EXPECT_EQ(node.ParameterAt(0).Value, "3");
+}
+
+TEST_F(EditorDialogs, ParameterValidationKeepsTheEditorOpen) {
+    Node& node = app_.Ws().Net.NodeAt(4);
+    node.ParameterAt(0) = {"Modes of operation", "6060", "0", "1", "3", kTrue};
+    node.ParameterCount = 1;
+    const bool changed = OpenWith({Kind::ParameterEditor, 4, 0}, [this](QDialog& dialog) {
+        EXPECT_EQ(Find<QLineEdit>(dialog, "index")->text(), "6060");
+        Type(dialog, "nByte", "");
+        Click(dialog, "saveParameter");
+        ASSERT_EQ(dialogs_.shown.size(), 1u);
+        EXPECT_EQ(dialogs_.shown[0], "Inform: Errore | Impossibile salvare con campo Lenght vuoto");
+        EXPECT_TRUE(dialog.isVisible());
+
+        QTest::mouseClick(Find<QRadioButton>(dialog, "decimal"), Qt::LeftButton);
+        EXPECT_EQ(Find<QLineEdit>(dialog, "index")->text(), "24672");
+        QLineEdit* index = Find<QLineEdit>(dialog, "index");
+        index->setFocus();
+        index->end(false);
+        QTest::keyClicks(index, "x");
+        EXPECT_EQ(index->text(), "24672");
+        EXPECT_EQ(alerts_.shown.back().Line1, "Inserire un valore decimale corretto");
+
+        Type(dialog, "nByte", "1");
+        Click(dialog, "saveParameter"); // nothing changed: the editor just closes
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_FALSE(changed);
+    EXPECT_EQ(node.ParameterAt(0).ObjectIndex, "6060");
+}
+
 } // namespace
 } // namespace velmora::test
