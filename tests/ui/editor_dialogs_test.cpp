@@ -128,6 +128,8 @@ TEST_F(EditorDialogs, TheMappingEditorAddsAMappingToTheTree) {
             Type(*mapping, "subIndex", "0");
             Type(*mapping, "length", "32");
             Picture(*mapping, "mapping-editor");
+            Click(*mapping, "help");
+            EXPECT_EQ(help_.pages, std::vector<std::string>{"mapPDO.htm"});
             Type(*mapping, "name", "Posizione");
             QTest::keyClick(Find<QLineEdit>(*mapping, "name"), Qt::Key_Return);
             EXPECT_FALSE(mapping->isVisible());
