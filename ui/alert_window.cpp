@@ -1,5 +1,6 @@
 #include "alert_window.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -10,8 +11,14 @@
 namespace velmora {
 
 bool AlertWindow::ShowAlert(const AlertRequest& request) {
-    QWidget* active = parent_ != nullptr ? parent_->window() : nullptr;
+    // Over the dialog that raised it when one is open, else over the window.
+    QWidget* active = QApplication::activeModalWidget();
+    if (active == nullptr && parent_ != nullptr) {
+        active = parent_->window();
+    }
     QDialog dialog(active);
+    // The window that raised it may be disabled while the alert is open.
+    dialog.setEnabled(true);
     dialog.setObjectName("alertWindow");
     dialog.setWindowTitle(QObject::tr("Errore"));
     dialog.setModal(true);

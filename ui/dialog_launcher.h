@@ -18,6 +18,9 @@ public:
     // dialog) returns at once with false. Run-time errors of the dialog's logic are shown
     // by the dialog itself; none reach the caller.
     virtual bool Open(const DialogRequest& request, QWidget* parent) = 0;
+    // True while a dialog that Open left open beside the window (the channel dialog, shown
+    // after an editor's save) keeps the window disabled; it enables the window when it closes.
+    virtual bool HoldsWindow() const { return false; }
 };
 
 } // namespace velmora

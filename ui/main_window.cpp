@@ -225,6 +225,12 @@ void MainWindow::Handle(const DialogRequest& request) {
         quitting_ = true;
         close();
         return;
+    case Kind::ChannelDialog:
+        // The channel dialog stays open beside the window and keeps it disabled until it
+        // closes.
+        launcher_.Open(request, this);
+        commands_.DialogClosed(request, false);
+        return;
     default:
         break;
     }
@@ -236,7 +242,9 @@ void MainWindow::Handle(const DialogRequest& request) {
         setEnabled(true);
         throw;
     }
-    setEnabled(true);
+    if (!launcher_.HoldsWindow()) {
+        setEnabled(true);
+    }
     commands_.DialogClosed(request, changed);
 }
 

@@ -5,7 +5,8 @@
 
 #include "dialog_launcher.h"
 
-#include <memory>
+#include <QPointer>
+
 #include <string>
 
 namespace velmora {
@@ -14,6 +15,7 @@ struct Workspace;
 class UserDialogs;
 class AlertDialog;
 class HelpViewer;
+class ChannelWindow;
 
 class WindowDialogs : public DialogLauncher {
 public:
@@ -22,15 +24,23 @@ public:
     ~WindowDialogs() override;
 
     bool Open(const DialogRequest& request, QWidget* parent) override;
+    bool HoldsWindow() const override;
 
     // The about box's text: name, version, licence, Qt version, the application folder.
     std::string AboutText() const;
 
+    // The channel dialog, once it has been shown; it lives as long as the main window.
+    ChannelWindow* Channels() const;
+
 private:
+    bool OpenDialog(const DialogRequest& request, QWidget* parent);
+    void ShowChannels(QWidget* parent);
+
     Workspace& workspace_;
     UserDialogs& dialogs_;
     AlertDialog& alerts_;
     HelpViewer& help_;
+    QPointer<ChannelWindow> channels_;
 };
 
 } // namespace velmora

@@ -13,7 +13,6 @@
 #include "ui/network_tree_model.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -208,11 +207,3 @@ TEST_F(MainWindowWidgets, AFailedCommandIsShownAndTheWindowGoesOn) {
 
 } // namespace
 } // namespace velmora
-
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM",
-            qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
-    QApplication app(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}

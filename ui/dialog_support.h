@@ -1,0 +1,52 @@
+#pragma once
+
+// What every dialog window shares: the one place where a run-time error of a forwarded call
+// is caught and shown, push buttons that Enter does not press, and showing a dialog over a
+// parent that the window disabled while it is open.
+
+#include "model/runtime_error.h"
+
+#include <string_view>
+#include <utility>
+
+#include <QString>
+
+class QDialog;
+class QWidget;
+
+namespace velmora {
+
+class UserDialogs;
+
+// UTF-8 text of the logic as Qt text.
+inline QString ToQt(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+// A label's caption with an access key on its first letter: "&" + text.
+inline QString WithAccessKey(std::string_view text) { return "&" + ToQt(text); }
+
+// Runs action; a RuntimeError it raises is shown with ShowError and the dialog goes on.
+// Returns whether the action ran to its end.
+template <typename Action> bool RunShowingErrors(UserDialogs& dialogs, Action&& action);
+
+// Every push button under root stops being a default button: Enter presses none of them.
+void ClearAutoDefault(QWidget* root);
+
+// A dialog is a child of the window that opened it, and that window is disabled while the
+// dialog is open; a disabled parent would disable the dialog too, so it is enabled on its own.
+void EnableOverParent(QDialog& dialog);
+
+// The dialog's run-time errors all go to ShowError; the name keeps the catch in one place.
+void ShowRuntimeError(UserDialogs& dialogs, const RuntimeError& error);
+
+template <typename Action> bool RunShowingErrors(UserDialogs& dialogs, Action&& action) {
+    try {
+        std::forward<Action>(action)();
+        return true;
+    } catch (const RuntimeError& error) {
+        ShowRuntimeError(dialogs, error);
+        return false;
+    }
+}
+
+} // namespace velmora
