@@ -22,6 +22,7 @@
 namespace velmora {
 
 struct Network;
+struct Node;
 
 enum class TreeItemKind { Root, Node, Timeout, TxPdo, RxPdo, ParameterFolder, Parameter };
 
@@ -138,6 +139,11 @@ private:
         int childCount = 0;
     };
 
+    // The steps of a rebuild for one node: its item and time-out item (returns the node
+    // item), its PDO items, its "Parameter" folder and parameters.
+    int AddNodeItems(int root, int slot, const Node& node);
+    void AddPdoItems(int nodeItem, int slot, const Node& node);
+    void AddParameterItems(int nodeItem, int slot, const Node& node);
     int BeginItem(TreeItemKind kind, int parent, int slot, int index, bool expanded);
     void StartCaption(int item);
     void EndItem(int item);
