@@ -34,7 +34,7 @@ void ConfigurationSession::ResetNetwork() {
 void ConfigurationSession::StartUp(SettingsStore& settings, const std::string& commandLine,
                                    const std::string& traceFile) {
     settings.Write("Generali", "Path", workspace_.AppDirectory);
-    workspace_.Net.ExportExtension = ".cop";
+    SetExportExtension(workspace_.Net);
     workspace_.EdsFiles = ListEdsFiles(workspace_.EdsDirectory());
     ResetNetwork();
 

@@ -209,7 +209,7 @@ std::string DeriveExportPath(const std::string& directory, const std::string& na
         throw RuntimeError(ErrorCode::InvalidArgument,
                            "nome di configurazione troppo corto: \"" + name + "\"");
     }
-    return directory + std::string(CharSlice(name, 0, length - 5)) + ".cop";
+    return directory + std::string(CharSlice(name, 0, length - 5)) + std::string(kExportExtension);
 }
 
 void SetConfigurationName(Network& network, const std::string& directory,
