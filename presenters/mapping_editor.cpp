@@ -22,15 +22,6 @@ std::string ComparableName(std::string_view name) {
 
 } // namespace
 
-std::string MappingNameFromText(std::string_view text) {
-    const std::size_t bracket = text.find(']');
-    if (bracket == std::string_view::npos) {
-        return std::string(text);
-    }
-    const std::string_view after = text.substr(bracket + 1);
-    return std::string(after.substr(CharOffset(after, 1)));
-}
-
 std::optional<std::string> ValidateMapping(const PdoSettings& workingCopy, MappingEditorMode mode,
                                            int mappingNumber, const MappingFields& fields) {
     if (fields.Length.empty()) {
@@ -42,7 +33,7 @@ std::optional<std::string> ValidateMapping(const PdoSettings& workingCopy, Mappi
     if (fields.Index.empty()) {
         return std::string(MappingEditorTexts::EmptyIndex);
     }
-    const std::string name = MappingNameFromText(fields.Name);
+    const std::string name = NameFromChooserText(fields.Name);
     const std::string wanted = ComparableName(name);
     // An edited mapping meets its own old name once, so it takes a second equal entry; its
     // own entry counts whatever the new name, so that a rename onto another name is caught.
@@ -200,7 +191,7 @@ bool MappingEditor::Save() {
         dialogs_.Inform(errorTitle, *error);
         return false;
     }
-    PdoMapping record{MappingNameFromText(fields_.Name), fields_.Index, fields_.SubIndex,
+    PdoMapping record{NameFromChooserText(fields_.Name), fields_.Index, fields_.SubIndex,
                       fields_.Length, kTrue};
     StoreMapping(workingCopy_, mappingNumber_, std::move(record), base_, mode_);
     Close(true);

@@ -66,14 +66,9 @@ struct MappingFields {
     bool operator==(const MappingFields&) const = default;
 };
 
-// The variable name a name text stands for: the text after the first "]" and the character
-// after it (a picked item "[6064 sub 0] position actual value" gives "position actual
-// value"); a text without "]" as it is.
-std::string MappingNameFromText(std::string_view text);
-
 // ValidateMapping: the first failure, in this order, as the text of its "Errore" message box;
 // nullopt when the fields may be stored. Lenght, Subindex, then Index of zero characters
-// (blanks are content); then the name (MappingNameFromText) compared, trimmed and
+// (blanks are content); then the name (NameFromChooserText) compared, trimmed and
 // upper-cased, with the Vcb of the working copy's entries 0 up to and including MappingCount
 // (the entry just past the last is looked at too): one equal entry is a duplicate for a new
 // mapping, two for an edited one, whose own entry (mappingNumber - 1) counts as meeting its
@@ -98,7 +93,7 @@ void StoreMapping(PdoSettings& workingCopy, int mappingNumber, PdoMapping record
 std::string IndexInBase(std::string_view text, std::string_view fromBase);
 
 // The Name field is always the name input: picking an object in the chooser fills it, and a
-// text holding "]" (a pasted item text) is cut after it as MappingNameFromText says.
+// text holding "]" (a pasted item text) is cut after it as NameFromChooserText says.
 class MappingEditor {
 public:
     // Told when the dialog closes: stored is true when a mapping was written into the

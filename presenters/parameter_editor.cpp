@@ -29,15 +29,6 @@ bool PassesFirstCharacterHexTest(std::string_view text) {
     return (first >= '0' && first <= '9') || (first >= 'A' && first <= 'F');
 }
 
-std::string NameFromChooserText(std::string_view text) {
-    const std::size_t bracket = text.find(']');
-    if (bracket == std::string_view::npos) {
-        return std::string(text);
-    }
-    const std::string_view rest = text.substr(bracket + 1);
-    return std::string(rest.substr(CharOffset(rest, 1)));
-}
-
 ParameterEditor::ParameterEditor(Workspace& workspace, AlertDialog& alerts, UserDialogs& dialogs)
     : workspace_(workspace), alerts_(alerts), dialogs_(dialogs) {}
 

@@ -55,10 +55,6 @@ struct ParameterCheck {
 // text decides ("1Z" passes, "Z1" fails); an empty text passes. Kept as the system has it.
 bool PassesFirstCharacterHexTest(std::string_view text);
 
-// The name a chooser text stands for: the text from the second character after its first
-// "]" ("[6060] modes of operation" gives "modes of operation"), else the whole text.
-std::string NameFromChooserText(std::string_view text);
-
 class ParameterEditor {
 public:
     // dialogs shows the "Errore" message boxes and run-time errors; alerts the key filter's
