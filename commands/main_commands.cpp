@@ -374,11 +374,11 @@ void MainCommands::AddEdsFile() {
 }
 
 void MainCommands::ShowSelectAnItemAlert() {
-    windowEnabled_ = false;
-    alerts_.ShowAlert(
+    ShowAlertDisabling(
+        alerts_,
         BlockingAlert("MainWin", "Selezionare un elemento dalla treeView e scegliere un azione ",
-                      "oppure fare doppio click sull'elemento desiderato"));
-    windowEnabled_ = true;
+                      "oppure fare doppio click sull'elemento desiderato"),
+        windowDisabled_);
 }
 
 void MainCommands::LibraryUnavailable() {

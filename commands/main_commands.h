@@ -94,7 +94,7 @@ public:
     const std::string& RemoveCaption() const { return removeCaption_; }
     const std::string& NodeCountText() const { return nodeCountText_; }
     const std::string& InfoText() const { return infoText_; }
-    bool WindowEnabled() const { return windowEnabled_; }
+    bool WindowEnabled() const { return !windowDisabled_; }
     // The slot of the copied node, -1 when none.
     int CopiedSlot() const { return copiedSlot_; }
 
@@ -138,7 +138,7 @@ private:
     std::string removeCaption_;
     std::string nodeCountText_;
     std::string infoText_;
-    bool windowEnabled_ = true;
+    bool windowDisabled_ = false; // while an alert it raised is up
     int copiedSlot_ = -1;
     bool exportRan_ = false; // a Save ran the export: the channel dialog must show
 };

@@ -157,14 +157,7 @@ bool MappingEditor::TypeIndexKey(char32_t key) {
     if (!check.Alert) {
         return true;
     }
-    alertUp_ = check.Alert->DisablesEditor;
-    try {
-        alerts_.ShowAlert(*check.Alert);
-    } catch (...) {
-        alertUp_ = false;
-        throw;
-    }
-    alertUp_ = false;
+    ShowAlertDisabling(alerts_, *check.Alert, alertUp_);
     return false;
 }
 

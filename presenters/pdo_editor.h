@@ -242,9 +242,6 @@ private:
     bool AcceptsInput() const { return open_ && Enabled(); }
     bool IsTx() const;
     bool MappingItemSelected(int selectedItem) const;
-    // Shows an alert, the editor disabled meanwhile when the request says so; returns
-    // whether "Inserisci comunque il Cob-Id" was ticked.
-    bool Alert(const AlertRequest& request);
     // Shows the alert of a failed COB-ID check; true when the duplicate is to be stored.
     bool RefuseCobId(const CobIdCheck& check);
     void SelectMappingAlert(std::string_view secondLine);
