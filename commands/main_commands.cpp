@@ -21,9 +21,9 @@ constexpr Command kNodeCommands[] = {Command::ModifyNode,      Command::Remove,
                                      Command::CopyNode,        Command::PasteNode,
                                      Command::ConfigurePdo,    Command::AddParameter,
                                      Command::ModifyParameter, Command::SaveToLibrary};
-constexpr int kNodeButtons[] = {8, 9, 10, 11, 13};
-constexpr int kPasteButton = 11;
-constexpr int kCopyButton = 10;
+constexpr int kNodeButtons[] = {ToolbarPosition::ModifyNode, ToolbarPosition::RemoveNode,
+                                ToolbarPosition::SelectNode, ToolbarPosition::ReplicateNode,
+                                ToolbarPosition::ExportToLibrary};
 
 std::string PdoName(const Pdo& pdo) {
     return "pdo_" + pdo.Direction + std::to_string(pdo.PdoNumber + 1);
@@ -50,7 +50,7 @@ bool MainCommands::IsEnabled(Command command) const {
 }
 
 bool MainCommands::IsButtonEnabled(int position) const {
-    CheckIndex(position, 1, 14, "Pulsante");
+    CheckIndex(position, ToolbarPosition::First, ToolbarPosition::Last, "Pulsante");
     return buttons_[static_cast<std::size_t>(position)];
 }
 
@@ -72,7 +72,7 @@ void MainCommands::EnableNodeCommands(bool enabled) {
     // Pasting needs a copied node.
     const bool canPaste = enabled && copiedSlot_ >= 0;
     SetEnabled(Command::PasteNode, canPaste);
-    SetButton(kPasteButton, canPaste);
+    SetButton(ToolbarPosition::ReplicateNode, canPaste);
 }
 
 DialogRequest MainCommands::Execute(Command command) {
@@ -90,7 +90,7 @@ DialogRequest MainCommands::Execute(Command command) {
 }
 
 DialogRequest MainCommands::ClickButton(int position) {
-    CheckIndex(position, 1, 14, "Pulsante");
+    CheckIndex(position, ToolbarPosition::First, ToolbarPosition::Last, "Pulsante");
     const auto command = CommandForKey(kToolbar[static_cast<std::size_t>(position - 1)].Key);
     return command ? Execute(*command) : DialogRequest{};
 }
@@ -220,14 +220,14 @@ void MainCommands::ApplySelection(const TreeTarget& target, const TreeSelection&
     SetEnabled(Command::ModifyParameter, target.Kind == TreeTargetKind::Parameter);
     SetEnabled(Command::Remove,
                target.Kind == TreeTargetKind::Node || target.Kind == TreeTargetKind::Parameter);
-    SetButton(9, target.Kind == TreeTargetKind::Node);
+    SetButton(ToolbarPosition::RemoveNode, target.Kind == TreeTargetKind::Node);
     if (selection.DisableButtons9And10) {
-        SetButton(9, false);
-        SetButton(kCopyButton, false);
+        SetButton(ToolbarPosition::RemoveNode, false);
+        SetButton(ToolbarPosition::SelectNode, false);
     }
     // Pasting does not depend on what is selected, only on a copied node.
     SetEnabled(Command::PasteNode, copiedSlot_ >= 0);
-    SetButton(kPasteButton, copiedSlot_ >= 0);
+    SetButton(ToolbarPosition::ReplicateNode, copiedSlot_ >= 0);
     infoText_ = InfoTextFor(workspace_, target);
 }
 
@@ -343,7 +343,7 @@ void MainCommands::CopySelected() {
     // Copying changes nothing, but marks the configuration all the same.
     session_.MarkModified();
     SetEnabled(Command::PasteNode, true);
-    SetButton(kPasteButton, true);
+    SetButton(ToolbarPosition::ReplicateNode, true);
 }
 
 void MainCommands::AddEdsFile() {
@@ -415,7 +415,7 @@ void MainCommands::ShowRootCaption(const std::string& caption) {
 }
 
 void MainCommands::ChangeMarked() {
-    SetButton(kCopyButton, true);
+    SetButton(ToolbarPosition::SelectNode, true);
 }
 
 void MainCommands::EnableFileCommand() {

@@ -71,7 +71,7 @@ public:
 
     // A menu item.
     DialogRequest Execute(Command command);
-    // A toolbar button, by position (1..14): runs the command of the button's key.
+    // A toolbar button, by position (ToolbarPosition): runs the command of the button's key.
     DialogRequest ClickButton(int position);
     // The user selected tree item i: fills the information panel, updates the commands.
     void SelectItem(int i);
@@ -134,7 +134,7 @@ private:
     int selected_ = -1;
     TreeTarget target_; // the record the selected item stands for
     std::array<bool, kCommandCount> enabled_{};
-    std::array<bool, 15> buttons_{}; // by position, 1..14
+    std::array<bool, ToolbarPosition::Last + 1> buttons_{}; // by position
     std::string removeCaption_;
     std::string nodeCountText_;
     std::string infoText_;
