@@ -1,12 +1,10 @@
 #include "commands/main_commands.h"
-#include "interfaces/help_viewer.h"
-#include "interfaces/settings_store.h"
-#include "interfaces/text_viewer.h"
 #include "session/workspace.h"
 #include "support/app_fixture.h"
 #include "support/recording_help.h"
 #include "support/scripted_alerts.h"
 #include "support/scripted_dialogs.h"
+#include "support/window_fakes.h"
 
 #include <filesystem>
 
@@ -17,19 +15,10 @@ namespace {
 
 using Kind = DialogRequest::Kind;
 
-struct RecordingViewer : TextViewer {
-    std::vector<std::string> opened;
-    void Open(const std::string& path) override { opened.push_back(path); }
-};
-
-struct NoSettings : SettingsStore {
-    void Write(const std::string&, const std::string&, const std::string&) override {}
-};
-
 class MainWindow : public ::testing::Test {
 protected:
     MainWindow() : main_(app_.Ws(), dialogs_, alerts_, viewer_, help_) {
-        NoSettings settings;
+        test::NoSettings settings;
         main_.StartUp(settings, "", app_.AppDir() + "/log.txt");
     }
 
@@ -45,20 +34,12 @@ protected:
         main_.RebuildTree();
     }
 
-    int ItemWithKey(std::string_view key) const {
-        for (int i = 0; i < main_.Tree().Size(); ++i) {
-            if (main_.Tree().Key(i) == key) {
-                return i;
-            }
-        }
-        ADD_FAILURE() << "no item " << key;
-        return -1;
-    }
+    int ItemWithKey(std::string_view key) const { return test::ItemWithKey(main_.Tree(), key); }
 
     test::AppFixture app_;
     test::ScriptedDialogs dialogs_;
     test::ScriptedAlerts alerts_;
-    RecordingViewer viewer_;
+    test::RecordingViewer viewer_;
     test::RecordingHelp help_;
     MainCommands main_;
 };
@@ -73,9 +54,6 @@ TEST_F(MainWindow, ToolbarDispatchesByKeyNotByPosition) {
     EXPECT_EQ(main_.ClickButton(12).Dialog, Kind::None); // export without a name: message
     EXPECT_EQ(dialogs_.shown.back(),
               "Inform: Nome file non definito | Assegna un nome al file prima di esportarlo");
-    EXPECT_EQ(CommandForKey(9), Command::CopyNode);
-    EXPECT_EQ(CommandForKey(10), Command::PasteNode);
-    EXPECT_EQ(MenuItemFor(Command::FileLoad)->Caption, "C&arica ");
 }
 
 TEST_F(MainWindow, NodeCommandsFollowTheNetworkAndTheSelection) {

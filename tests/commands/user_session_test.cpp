@@ -2,8 +2,6 @@
 // the main window's commands, the add-node dialog, the PDO editor, the parameter editor.
 
 #include "commands/main_commands.h"
-#include "interfaces/settings_store.h"
-#include "interfaces/text_viewer.h"
 #include "presenters/add_node_dialog.h"
 #include "presenters/parameter_editor.h"
 #include "presenters/pdo_editor.h"
@@ -12,6 +10,7 @@
 #include "support/recording_help.h"
 #include "support/scripted_alerts.h"
 #include "support/scripted_dialogs.h"
+#include "support/window_fakes.h"
 
 #include <gtest/gtest.h>
 
@@ -19,34 +18,17 @@ namespace velmora {
 namespace {
 
 using Kind = DialogRequest::Kind;
-
-struct NoViewer : TextViewer {
-    void Open(const std::string&) override {}
-};
-
-struct NoSettings : SettingsStore {
-    void Write(const std::string&, const std::string&, const std::string&) override {}
-};
-
-int ItemWithKey(const NetworkTree& tree, std::string_view key) {
-    for (int i = 0; i < tree.Size(); ++i) {
-        if (tree.Key(i) == key) {
-            return i;
-        }
-    }
-    ADD_FAILURE() << "no item " << key;
-    return -1;
-}
+using test::ItemWithKey;
 
 TEST(UserSession, FromAnEmptyNetworkToTheExportFile) {
     test::AppFixture app;
     app.WriteEds("drive.eds", test::kDriveEds);
     test::ScriptedDialogs dialogs;
     test::ScriptedAlerts alerts;
-    NoViewer viewer;
+    test::RecordingViewer viewer;
     test::RecordingHelp help;
     MainCommands main(app.Ws(), dialogs, alerts, viewer, help);
-    NoSettings settings;
+    test::NoSettings settings;
     main.StartUp(settings, app.AppDir() + "/impianto.ovp", app.AppDir() + "/log.txt");
 
     // Add node 5 from the drive's EDS.
