@@ -77,16 +77,14 @@ void MainCommands::EnableNodeCommands(bool enabled) {
 
 DialogRequest MainCommands::Execute(Command command) {
     exportRan_ = false;
-    try {
-        DialogRequest request = Run(command);
+    DialogRequest request;
+    RunAtCommandBoundary(dialogs_, [&] {
+        request = Run(command);
         if (exportRan_ && request.Dialog == DialogRequest::Kind::None) {
             request.Dialog = DialogRequest::Kind::ChannelDialog;
         }
-        return request;
-    } catch (const RuntimeError& error) {
-        dialogs_.ShowError(error.what());
-        return {};
-    }
+    });
+    return request;
 }
 
 DialogRequest MainCommands::ClickButton(int position) {
@@ -200,13 +198,11 @@ void MainCommands::ExportToController() {
 }
 
 void MainCommands::SelectItem(int i) {
-    try {
+    RunAtCommandBoundary(dialogs_, [&] {
         const TreeSelection selection = tree_.SelectItem(workspace_.Net, i);
         selected_ = i;
         ApplySelection(selection.Target, selection);
-    } catch (const RuntimeError& error) {
-        dialogs_.ShowError(error.what());
-    }
+    });
 }
 
 void MainCommands::ApplySelection(const TreeTarget& target, const TreeSelection& selection) {
@@ -260,11 +256,7 @@ DialogRequest MainCommands::ActivateItem(int i) {
 }
 
 void MainCommands::ExpandItem(int i, bool expanded) {
-    try {
-        tree_.OnItemExpanded(workspace_.Net, i, expanded);
-    } catch (const RuntimeError& error) {
-        dialogs_.ShowError(error.what());
-    }
+    RunAtCommandBoundary(dialogs_, [&] { tree_.OnItemExpanded(workspace_.Net, i, expanded); });
 }
 
 void MainCommands::HelpKey() {
@@ -273,7 +265,7 @@ void MainCommands::HelpKey() {
 
 void MainCommands::DialogClosed(const DialogRequest& request, bool changed) {
     using Kind = DialogRequest::Kind;
-    try {
+    RunAtCommandBoundary(dialogs_, [&] {
         switch (request.Dialog) {
         case Kind::AddNode:
         case Kind::ModifyNode:
@@ -297,9 +289,7 @@ void MainCommands::DialogClosed(const DialogRequest& request, bool changed) {
         default:
             break;
         }
-    } catch (const RuntimeError& error) {
-        dialogs_.ShowError(error.what());
-    }
+    });
 }
 
 void MainCommands::AfterChange() {
@@ -420,6 +410,16 @@ void MainCommands::ChangeMarked() {
 
 void MainCommands::EnableFileCommand() {
     SetEnabled(Command::FileSave, true);
+}
+
+bool RunAtCommandBoundary(UserDialogs& dialogs, const std::function<void()>& command) {
+    try {
+        command();
+        return true;
+    } catch (const RuntimeError& error) {
+        dialogs.ShowError(error.what());
+        return false;
+    }
 }
 
 std::string InfoTextFor(const Workspace& workspace, const TreeTarget& target) {

@@ -4,8 +4,10 @@
 // information panel, and what every menu item, toolbar button, selection and double click
 // does. Commands that need a dialog return a DialogRequest; the window opens that dialog
 // (whose own logic is another presenter) and reports back with DialogClosed. A run-time
-// error stops the command that met it and is shown through UserDialogs::ShowError: this
-// class is the command boundary, and the program goes on.
+// error stops the command that met it and is shown through UserDialogs::ShowError, and the
+// program goes on: this class is the command boundary for what it runs, and the window is
+// the boundary for the dialogs' presenters, which let run-time errors through; it makes
+// each call it forwards to one of them through RunAtCommandBoundary.
 //
 // Choices made here where the system leaves them open:
 // - NewNetwork disables the node commands (Modifica nodo, Rimuovi, Copia, Incolla, Configura
@@ -26,6 +28,7 @@
 #include "tree/network_tree.h"
 
 #include <array>
+#include <functional>
 #include <string>
 
 namespace velmora {
@@ -142,6 +145,10 @@ private:
     int copiedSlot_ = -1;
     bool exportRan_ = false; // a Save ran the export: the channel dialog must show
 };
+
+// The command boundary: runs command; a run-time error it raises stops it and is shown
+// through dialogs.ShowError, and the result is false. Other exceptions pass.
+bool RunAtCommandBoundary(UserDialogs& dialogs, const std::function<void()>& command);
 
 // The information panel's text for an item's record.
 std::string InfoTextFor(const Workspace& workspace, const TreeTarget& target);

@@ -2,6 +2,8 @@
 
 // The logic of the export settings dialog ("Configurazione" in the "Opzioni" menu): one field,
 // "Numero max di PDO  fast", and the button "Salva".
+//
+// Run-time errors (RuntimeError) propagate to the caller, the command boundary.
 
 #include <string>
 #include <string_view>

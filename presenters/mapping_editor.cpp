@@ -97,20 +97,12 @@ MappingEditor::MappingEditor(Workspace& workspace, AlertDialog& alerts, UserDial
     }
 
     items_.emplace_back(kChooseObjectItem);
-    try {
-        LoadEds(workspace.Eds, workspace.EdsDirectory(), edsName + ".eds");
-        for (ListedObject& object : BuildObjectList(workspace.Eds)) {
-            if (object.PdoMappable) {
-                items_.push_back(ObjectItemText(object));
-                objects_.push_back(std::move(object));
-            }
+    LoadEds(workspace.Eds, workspace.EdsDirectory(), edsName + ".eds");
+    for (ListedObject& object : BuildObjectList(workspace.Eds)) {
+        if (object.PdoMappable) {
+            items_.push_back(ObjectItemText(object));
+            objects_.push_back(std::move(object));
         }
-    } catch (const RuntimeError& error) {
-        objects_.clear();
-        items_.resize(1);
-        dialogs_.Inform(std::string(MappingEditorTexts::ErrorTitle),
-                        std::string(MappingEditorTexts::NoObjectList) + error.what() +
-                            std::string(MappingEditorTexts::NoObjectListEnd));
     }
 }
 

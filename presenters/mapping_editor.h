@@ -8,6 +8,8 @@
 //
 // MappingEditor holds the dialog's state; the widget shows it and forwards the user's
 // actions. ValidateMapping and StoreMapping are its two rules as plain functions.
+//
+// Run-time errors (RuntimeError) propagate to the caller, the command boundary.
 
 #include "eds/object_list.h"
 #include "model/network.h"
@@ -46,9 +48,6 @@ inline constexpr std::string_view DuplicateName = "Nome variabile duplicato";
 inline constexpr std::string_view EmptyName = "Nome variabile non specificato";
 inline constexpr std::string_view TooManyMappings =
     "Impossibile aggiungere la mappatura: il pdo ne contiene già 11";
-// Followed by the reason and a closing text: the fields stay usable without the list.
-inline constexpr std::string_view NoObjectList = "Elenco parametri dell'EDS non disponibile (";
-inline constexpr std::string_view NoObjectListEnd = "): inserire i campi a mano";
 } // namespace MappingEditorTexts
 
 enum class MappingEditorMode {
@@ -104,8 +103,8 @@ public:
     // without ".eds"). Edit mode shows entry mappingNumber - 1 (1..11, else the
     // SubscriptOutOfRange error); New mode starts empty with the number MappingCount + 1.
     // The object chooser lists the PDO-mappable objects of the EDS, loaded again into
-    // workspace.Eds; when the EDS cannot be read, an "Errore" message box says so, the
-    // chooser keeps only "Scegli un parametro" and the fields stay usable.
+    // workspace.Eds; an EDS that cannot be read is a run-time error, and the dialog does not
+    // open.
     MappingEditor(Workspace& workspace, AlertDialog& alerts, UserDialogs& dialogs,
                   HelpViewer& help, PdoSettings& workingCopy, const std::string& edsName,
                   std::string_view pdoDescription, MappingEditorMode mode, int mappingNumber,

@@ -42,20 +42,14 @@ bool ParameterEditor::OpenParameterEditor(int nodeSlot, int parameterSlot, std::
         return false;
     }
     CheckIndex(parameterSlot, 0, kLastParameter, "parametro");
+    LoadEds(workspace_.Eds, workspace_.EdsDirectory(), node.EdsName + ".eds");
+    objects_ = BuildObjectList(workspace_.Eds);
 
     nodeSlot_ = nodeSlot;
     parameterSlot_ = parameterSlot;
     isNew_ = isNew;
     title_ = std::string(isNew ? ParameterEditorTexts::TitleNew : ParameterEditorTexts::TitleEdit);
     old_ = NodeParameter{};
-    objects_.clear();
-    try {
-        LoadEds(workspace_.Eds, workspace_.EdsDirectory(), node.EdsName + ".eds");
-        objects_ = BuildObjectList(workspace_.Eds);
-    } catch (const RuntimeError& error) {
-        objects_.clear();
-        dialogs_.ShowError(error.what());
-    }
     items_.assign(1, kChooseObjectItem);
     for (const ListedObject& object : objects_) {
         items_.push_back(ObjectItemText(object));
@@ -95,15 +89,10 @@ void ParameterEditor::PickObject(int item) {
 void ParameterEditor::SetBase(std::string_view base) {
     std::string newBase = fields_.Base;
     std::string index = fields_.IndexText;
-    try {
-        if (base == "d") {
-            ToDecimalBase(newBase, index);
-        } else if (base == "h") {
-            ToHexBase(newBase, index);
-        }
-    } catch (const RuntimeError& error) {
-        dialogs_.ShowError(error.what());
-        return;
+    if (base == "d") {
+        ToDecimalBase(newBase, index);
+    } else if (base == "h") {
+        ToHexBase(newBase, index);
     }
     fields_.Base = newBase;
     fields_.IndexText = index;
@@ -153,12 +142,7 @@ DialogResult ParameterEditor::SaveParameter() {
     }
     record.ObjectIndex = fields_.IndexText;
     if (fields_.Base == "d") {
-        try {
-            record.ObjectIndex = HexText(ToInt32(ReadNumber(fields_.IndexText)));
-        } catch (const RuntimeError& error) {
-            dialogs_.ShowError(error.what());
-            return {};
-        }
+        record.ObjectIndex = HexText(ToInt32(ReadNumber(fields_.IndexText)));
     }
     record.SubIndex = fields_.SubIndexText;
     record.ByteCount = fields_.NByteText;

@@ -129,13 +129,9 @@ TEST_F(MappingEditorTest, IndexKeysBasesAndADecimalIndexStoredInHexadecimal) {
     EXPECT_THROW(StoreMapping(table, 12, {}, "h", kEdit), RuntimeError);
 }
 
-TEST_F(MappingEditorTest, WithoutItsEdsTheFieldsStayUsableAndAFullPdoTakesNoMore) {
-    auto editor = Open(kNew, 0, "missing");
-    ASSERT_EQ(dialogs.shown.size(), 1u);
-    EXPECT_EQ(
-        dialogs.shown[0].rfind("Inform: Errore | Elenco parametri dell'EDS non disponibile", 0),
-        0u);
-    EXPECT_EQ(editor->ObjectItems(), Items{"Scegli un parametro"});
+TEST_F(MappingEditorTest, RefusalsStayOpenAndAFullPdoTakesNoMore) {
+    EXPECT_THROW(Open(kNew, 0, "missing"), RuntimeError); // no EDS: the dialog does not open
+    auto editor = Open(kNew);
     editor->EditLength("16");
     EXPECT_TRUE(!editor->Save() && editor->IsOpen());
     EXPECT_EQ(dialogs.shown.back(),

@@ -76,12 +76,11 @@ TEST_F(ParameterEditorTest, DecimalIndexAndItsKeyFilter) {
     EXPECT_TRUE(editor.SaveParameter().NetworkChanged);
     EXPECT_EQ(node.ParameterAt(0).ObjectIndex, "6060");
 
-    // Too large for the decimal view: reported, nothing changes.
+    // Too large for the decimal view: the error passes, nothing changes.
     editor.SetBase("h");
     editor.Fields().IndexText = "FFFF";
-    editor.SetBase("d");
+    EXPECT_THROW(editor.SetBase("d"), RuntimeError);
     EXPECT_EQ(editor.Fields().Base + editor.Fields().IndexText, "hFFFF");
-    EXPECT_EQ(dialogs.shown.back().rfind("Error: Overflow", 0), 0u);
 }
 
 TEST_F(ParameterEditorTest, EditingFullNodesAndMissingEds) {
@@ -103,11 +102,12 @@ TEST_F(ParameterEditorTest, EditingFullNodesAndMissingEds) {
     EXPECT_EQ(dialogs.shown.back(), "Inform: Errore | Impossibile aggiungere il parametro: il "
                                     "nodo 5 ha già 101 parametri");
 
-    // A node whose EDS is gone: the chooser has its first item only; the fields stay usable.
+    // A node whose EDS is gone: the error passes and the editor stays as it was.
     test::AddNode(app.Ws().Net, 9, 1, 1, "Fast", "ghost");
-    ASSERT_TRUE(editor.OpenParameterEditor(9, 0, "new"));
-    EXPECT_EQ(dialogs.shown.back().rfind("Error: Impossibile trovare il file", 0), 0u);
-    EXPECT_EQ(editor.ObjectItems().size(), 1u);
+    const ParameterFields fields = editor.Fields();
+    EXPECT_THROW(editor.OpenParameterEditor(9, 0, "new"), RuntimeError);
+    EXPECT_EQ(editor.Fields(), fields);
+    EXPECT_EQ(editor.ObjectItems().size(), 18u);
 }
 
 } // namespace

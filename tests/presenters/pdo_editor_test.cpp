@@ -1,3 +1,4 @@
+#include "model/runtime_error.h"
 #include "presenters/pdo_editor.h"
 #include "session/workspace.h"
 #include "support/app_fixture.h"
@@ -113,6 +114,11 @@ TEST_F(PdoEditorTest, OpeningSetsTheMarkersAndOnlyNotConfiguredFreesAFixedMappin
     EXPECT_FALSE(Open(2)->EdsMappingMarker()); // RX
     std::filesystem::remove(app.AppDir() + "/eds/drive.eds");
     EXPECT_FALSE(Open(1)->EdsMappingMarker()); // without its EDS the PDO is edited freely
+    // ...but its mapping editor cannot list the objects: the error passes, the editor goes on.
+    auto rx = Open(2);
+    rx->ChooseMode("Slow");
+    EXPECT_THROW(rx->AddMapping(), RuntimeError);
+    EXPECT_TRUE(rx->Enabled() && rx->OpenMappingEditor() == nullptr);
 }
 
 TEST_F(PdoEditorTest, ModeChangesSetUpTheFieldsAndNotConfiguredSavesACleanPdo) {
