@@ -232,6 +232,9 @@ DialogRequest MainCommands::ActivateItem(int i) {
     try {
         const TreeActivation activation =
             tree_.ActivateItem(workspace_.Net, workspace_.Modified, i);
+        if (activation.RebuildOnOpen) {
+            RebuildTree();
+        }
         const TreeTarget& target = activation.Target;
         switch (activation.Editor) {
         case TreeEditor::Pdo:
@@ -281,10 +284,6 @@ void MainCommands::DialogClosed(const DialogRequest& request, bool changed) {
             if (changed) {
                 AfterChange();
             }
-            break;
-        case Kind::Timeout:
-            // Storing the time-outs marks nothing; the tree shows them after a rebuild.
-            RebuildTree();
             break;
         default:
             break;

@@ -80,7 +80,8 @@ public:
     void SelectItem(int i);
     // The user double-clicked tree item i (or pressed Enter on it): opens its editor. Any
     // failure, no item selected included, shows the "Selezionare un elemento dalla
-    // treeView ..." alert instead.
+    // treeView ..." alert instead. For the time-out dialog the tree is rebuilt here, before
+    // the window opens it; its closing changes nothing.
     DialogRequest ActivateItem(int i);
     // The user expanded or collapsed tree item i.
     void ExpandItem(int i, bool expanded);

@@ -374,7 +374,7 @@ TreeActivation NetworkTree::ActivateItem(const Network& network, std::int16_t& m
         activation.Editor = TreeEditor::Timeout;
         activation.Target.Kind = TreeTargetKind::Timeout;
         activation.Target.Slot = SlotAfterAt(key);
-        activation.RebuildAfter = true;
+        activation.RebuildOnOpen = true;
     }
     modified = kTrue;
     return activation;

@@ -72,13 +72,14 @@ enum class TreeEditor {
     Parameter,    // the parameter editor for Target's parameter
     NewParameter, // the parameter editor adding a parameter to Target's node
     Node,         // the edit-node command (also for the root: Target.Slot is then -1)
-    Timeout,      // the time-out dialog for Target's node, followed by a rebuild
+    Timeout,      // the time-out dialog for Target's node, with a rebuild as it opens
 };
 
 struct TreeActivation {
     TreeEditor Editor = TreeEditor::Node;
     TreeTarget Target;
-    bool RebuildAfter = false; // the time-out dialog is followed by RebuildNetworkTree
+    // The time-out dialog: RebuildNetworkTree runs as the dialog opens, while it is shown.
+    bool RebuildOnOpen = false;
 };
 
 class NetworkTree {

@@ -133,11 +133,22 @@ TEST_F(MainWindow, DoubleClickOpensTheItemsEditorOrExplainsWhatToDo) {
               "Selezionare un elemento dalla treeView e scegliere un azione ");
     EXPECT_EQ(alerts_.shown[0].Line2, "oppure fare doppio click sull'elemento desiderato");
     EXPECT_TRUE(main_.WindowEnabled());
+}
 
-    // The time-out dialog is followed by a rebuild, without a modified mark.
+TEST_F(MainWindow, TheTimeoutDialogRebuildsTheTreeAsItOpensAndItsValuesChangeNothingMore) {
+    TwoNodes();
     app_.Ws().Net.NodeAt(4).repetitions = 3;
+    EXPECT_EQ(main_.ActivateItem(ItemWithKey("PARTIMEOUT@4")), (DialogRequest{Kind::Timeout, 4}));
+    EXPECT_EQ(main_.Tree().Caption(ItemWithKey("PARTIMEOUT@4")), "CFG_TIMEOUT(3,0)");
+
+    // Storing the values neither rebuilds the tree nor marks the configuration modified.
+    app_.Ws().Modified = 0;
+    const std::string root(main_.Tree().Caption(0));
+    app_.Ws().Net.NodeAt(4).repetitions = 7;
     main_.DialogClosed({Kind::Timeout, 4}, true);
     EXPECT_EQ(main_.Tree().Caption(ItemWithKey("PARTIMEOUT@4")), "CFG_TIMEOUT(3,0)");
+    EXPECT_EQ(main_.Tree().Caption(0), root);
+    EXPECT_EQ(app_.Ws().Modified, 0);
 }
 
 TEST_F(MainWindow, CopyMarksTheConfigurationAndEnablesPaste) {

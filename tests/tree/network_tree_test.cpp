@@ -105,8 +105,8 @@ TEST_F(NetworkTreeTest, ExpandSelectAndActivate) {
     // What each item opens is pinned by the main window's tests; here what they leave out.
     EXPECT_EQ(tree.SelectItem(network, 2).Target.Kind, TreeTargetKind::Timeout);
     EXPECT_EQ(tree.SelectItem(network, 6).Target.Kind, TreeTargetKind::ParameterFolder);
-    EXPECT_EQ(tree.ActivateItem(network, modified, 0).Target.Slot, -1); // the root: edit node
-    EXPECT_TRUE(tree.ActivateItem(network, modified, 10).RebuildAfter); // the time-out of slot 7
+    EXPECT_EQ(tree.ActivateItem(network, modified, 0).Target.Slot, -1);  // the root: edit node
+    EXPECT_TRUE(tree.ActivateItem(network, modified, 10).RebuildOnOpen); // the time-out of slot 7
 
     // A node whose EDS name contains "pdo_" falls under the PDO rule and does not parse.
     network.NodeAt(7).EdsName = "pdo_io.eds";
