@@ -85,9 +85,9 @@ MappingEditor::MappingEditor(Workspace& workspace, AlertDialog& alerts, UserDial
                              MappingEditorMode mode, int mappingNumber, CloseHandler onClose)
     : alerts_(alerts), dialogs_(dialogs), help_(help), workingCopy_(workingCopy), mode_(mode),
       mappingNumber_(mappingNumber), onClose_(std::move(onClose)) {
-    title_ = std::string(mode == MappingEditorMode::New ? MappingEditorTexts::TitleNew
-                                                        : MappingEditorTexts::TitleEdit) +
-             std::string(pdoDescription);
+    title_ = mode == MappingEditorMode::New
+                 ? std::string(MappingEditorTexts::TitleNew)
+                 : std::string(MappingEditorTexts::TitleEdit) + std::string(pdoDescription);
     if (mode == MappingEditorMode::Edit) {
         CheckIndex(mappingNumber, 1, kLastMapping + 1, "numero mappatura");
         const PdoMapping& entry = workingCopy_.MappingAt(mappingNumber - 1);

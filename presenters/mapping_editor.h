@@ -29,7 +29,7 @@ class UserDialogs;
 class HelpViewer;
 
 namespace MappingEditorTexts {
-inline constexpr std::string_view TitleNew = "Aggiungi mappatura per ";
+inline constexpr std::string_view TitleNew = "Aggiungi mappatura per ...";
 inline constexpr std::string_view TitleEdit = "Modifica mappatura per ";
 inline constexpr std::string_view NameLabel = "Name";
 inline constexpr std::string_view IndexLabel = "Index";
@@ -113,7 +113,8 @@ public:
     MappingEditor(const MappingEditor&) = delete;
     MappingEditor& operator=(const MappingEditor&) = delete;
 
-    // "Aggiungi mappatura per " or "Modifica mappatura per " and the PDO's description.
+    // "Aggiungi mappatura per ..." as it stands, or "Modifica mappatura per " followed by the
+    // PDO's description.
     const std::string& Title() const { return title_; }
     MappingEditorMode Mode() const { return mode_; }
     // "Numero mappatura": the 1-based number of the entry being written.

@@ -47,8 +47,8 @@ protected:
 
 TEST_F(MappingEditorTest, ChooserOffersMappableObjectsAndPickingFillsTheFields) {
     auto editor = Open(kNew);
-    EXPECT_EQ(editor->Title() + " " + editor->MappingNumberText(),
-              "Aggiungi mappatura per pdo_TX1 3");
+    EXPECT_EQ(editor->Title() + "|" + editor->MappingNumberText(),
+              "Aggiungi mappatura per ...|3"); // the title as it stands, nothing appended
     EXPECT_EQ(editor->ObjectItems(),
               (Items{"Scegli un parametro", "[2000 sub 1] input a", "[2000 sub 2] input b",
                      "[6040] controlword", "[6041] statusword", "[6064] position actual value"}));
