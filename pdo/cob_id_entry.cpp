@@ -121,6 +121,14 @@ IndexKeyCheck FilterIndexKey(std::string_view base, char32_t key, std::string_vi
     return check;
 }
 
+std::string IndexInBase(std::string_view text, std::string_view fromBase) {
+    if (fromBase == "d") {
+        return HexText(ToInt32(RoundHalfEven(ReadNumber(text))));
+    }
+    // ReadHex saturates, so an absurdly long text still ends in the Overflow error.
+    return DecimalText(ToInt32(static_cast<double>(ReadHex(text))));
+}
+
 void ToHexBase(std::string& base, std::string& fieldText) {
     if (base != "d") {
         return;

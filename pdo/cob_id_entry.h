@@ -78,7 +78,13 @@ struct IndexKeyCheck {
 // the editor that shows the alert ("mapping", "parametri").
 IndexKeyCheck FilterIndexKey(std::string_view base, char32_t key, std::string_view source);
 
-// Base switching of a field. ToHexBase acts only in base "d": the field's decimal value
+// The Index field of the mapping and parameter editors in the other base: the decimal digits
+// of a text in base "h" (read as hexadecimal), the upper-case hexadecimal digits of a text in
+// base "d" (read as a decimal number, rounded half-even). Values outside 32 bits are the
+// Overflow error, so "A000" gives "40960" and back.
+std::string IndexInBase(std::string_view text, std::string_view fromBase);
+
+// Base switching of a COB-ID field. ToHexBase acts only in base "d": the field's decimal value
 // (a value outside 32 bits is the Overflow error) is shown as hexadecimal digits and the
 // base becomes "h". ToDecimalBase acts only in base "h": the text read as hexadecimal must
 // fit a 16-bit signed number (else the Overflow error) and is shown in decimal, base "d".

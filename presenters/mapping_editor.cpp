@@ -71,14 +71,6 @@ void StoreMapping(PdoSettings& workingCopy, int mappingNumber, PdoMapping record
     ++workingCopy.MappingCount;
 }
 
-std::string IndexInBase(std::string_view text, std::string_view fromBase) {
-    if (fromBase == "d") {
-        return HexText(ToInt32(RoundHalfEven(ReadNumber(text))));
-    }
-    // ReadHex saturates, so an absurdly long text still ends in the Overflow error.
-    return DecimalText(ToInt32(static_cast<double>(ReadHex(text))));
-}
-
 MappingEditor::MappingEditor(Workspace& workspace, AlertDialog& alerts, UserDialogs& dialogs,
                              HelpViewer& help, PdoSettings& workingCopy,
                              const std::string& edsName, std::string_view pdoDescription,

@@ -86,11 +86,6 @@ std::optional<std::string> ValidateMapping(const PdoSettings& workingCopy, Mappi
 void StoreMapping(PdoSettings& workingCopy, int mappingNumber, PdoMapping record,
                   std::string_view base, MappingEditorMode mode);
 
-// The Index field's text in the other base ("h" or "d"): the decimal digits of a hexadecimal
-// text, the upper-case hexadecimal digits of a decimal one. Values outside 32 bits are the
-// Overflow error.
-std::string IndexInBase(std::string_view text, std::string_view fromBase);
-
 // The Name field is always the name input: picking an object in the chooser fills it, and a
 // text holding "]" (a pasted item text) is cut after it as NameFromChooserText says.
 class MappingEditor {

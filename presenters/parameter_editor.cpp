@@ -87,15 +87,13 @@ void ParameterEditor::PickObject(int item) {
 }
 
 void ParameterEditor::SetBase(std::string_view base) {
-    std::string newBase = fields_.Base;
-    std::string index = fields_.IndexText;
-    if (base == "d") {
-        ToDecimalBase(newBase, index);
-    } else if (base == "h") {
-        ToHexBase(newBase, index);
+    const bool switches =
+        (base == "d" && fields_.Base == "h") || (base == "h" && fields_.Base == "d");
+    if (!switches) {
+        return;
     }
-    fields_.Base = newBase;
-    fields_.IndexText = index;
+    fields_.IndexText = IndexInBase(fields_.IndexText, fields_.Base);
+    fields_.Base = std::string(base);
 }
 
 bool ParameterEditor::IndexKeyTyped(char32_t key) {
@@ -142,7 +140,7 @@ DialogResult ParameterEditor::SaveParameter() {
     }
     record.ObjectIndex = fields_.IndexText;
     if (fields_.Base == "d") {
-        record.ObjectIndex = HexText(ToInt32(ReadNumber(fields_.IndexText)));
+        record.ObjectIndex = IndexInBase(fields_.IndexText, "d");
     }
     record.SubIndex = fields_.SubIndexText;
     record.ByteCount = fields_.NByteText;

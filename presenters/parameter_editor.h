@@ -90,9 +90,10 @@ public:
     // and empties Valore. An item outside the list is the SubscriptOutOfRange error.
     void PickObject(int item);
 
-    // The base selector: "d" shows Index in decimal, "h" in hexadecimal (nothing happens
-    // when the base is already the one chosen). An Index too large for the conversion is a
-    // run-time error that leaves the field and the base as they were.
+    // The base selector: "d" shows Index in decimal, "h" in hexadecimal, converted as the
+    // mapping editor does (IndexInBase: "A000" is "40960"); nothing happens when the base is
+    // already the one chosen. An Index beyond 32 bits is the Overflow error, which leaves the
+    // field and the base as they were.
     void SetBase(std::string_view base);
 
     // Every character typed into Index, editing keys such as Backspace (8) included: true

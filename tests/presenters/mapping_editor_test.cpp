@@ -125,8 +125,10 @@ TEST_F(MappingEditorTest, IndexKeysBasesAndADecimalIndexStoredInHexadecimal) {
     EXPECT_EQ(table.Mappings[2], (PdoMapping{"velocita", "6064", "0", "32", kTrue}));
     EXPECT_EQ(closes, std::vector<bool>{true});
 
-    EXPECT_THROW(IndexInBase("99999999999", "d"), RuntimeError);
     EXPECT_THROW(StoreMapping(table, 12, {}, "h", kEdit), RuntimeError);
+    EXPECT_THROW(StoreMapping(table, 1, {"x", "99999999999", "0", "8", 0}, "d", kEdit),
+                 RuntimeError);
+    EXPECT_EQ(table.Mappings[0].Vcb, "statusword"); // nothing stored
 }
 
 TEST_F(MappingEditorTest, RefusalsStayOpenAndAFullPdoTakesNoMore) {

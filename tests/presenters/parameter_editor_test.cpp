@@ -76,11 +76,17 @@ TEST_F(ParameterEditorTest, DecimalIndexAndItsKeyFilter) {
     EXPECT_TRUE(editor.SaveParameter().NetworkChanged);
     EXPECT_EQ(node.ParameterAt(0).ObjectIndex, "6060");
 
-    // Too large for the decimal view: the error passes, nothing changes.
+    // The mapping editor's conversion: 32 bits, so A000 is 40960 and back.
     editor.SetBase("h");
-    editor.Fields().IndexText = "FFFF";
+    editor.Fields().IndexText = "A000";
+    editor.SetBase("d");
+    EXPECT_EQ(editor.Fields().Base + editor.Fields().IndexText, "d40960");
+    editor.SetBase("h");
+    EXPECT_EQ(editor.Fields().IndexText, "A000");
+    // Too large even for that: the error passes, nothing changes.
+    editor.Fields().IndexText = "100000000";
     EXPECT_THROW(editor.SetBase("d"), RuntimeError);
-    EXPECT_EQ(editor.Fields().Base + editor.Fields().IndexText, "hFFFF");
+    EXPECT_EQ(editor.Fields().Base + editor.Fields().IndexText, "h100000000");
 }
 
 TEST_F(ParameterEditorTest, EditingFullNodesAndMissingEds) {
