@@ -149,9 +149,7 @@ void MappingEditor::ChooseBase(std::string_view base) {
     if (!open_ || base == base_ || (base != "h" && base != "d")) {
         return;
     }
-    if (!fields_.Index.empty()) { // an empty Index stays empty, for ValidateMapping to report
-        fields_.Index = IndexInBase(fields_.Index, base_);
-    }
+    fields_.Index = IndexInBase(fields_.Index, base_);
     base_ = std::string(base);
 }
 

@@ -149,7 +149,8 @@ public:
     bool TypeIndexKey(char32_t key);
 
     // The base selector: converts Index into the other base (IndexInBase; an empty Index
-    // stays empty) and remembers it. Choosing the current base changes nothing.
+    // reads as 0 and becomes "0") and remembers it. Choosing the current base changes
+    // nothing.
     void ChooseBase(std::string_view base);
 
     // "Salva mappatura", Enter in Name and the first toolbar button: a new mapping when the

@@ -109,7 +109,7 @@ TEST_F(MappingEditorTest, IndexKeysBasesAndADecimalIndexStoredInHexadecimal) {
     EXPECT_EQ(alerts.shown[0], (AlertRequest{"mapping", "Inserire un valore esadecimale corretto",
                                              "compreso tra 0x180 e 0x57F", "", true, false, ""}));
     editor->ChooseBase("d");
-    EXPECT_EQ(editor->Fields().Index, ""); // nothing to convert yet
+    EXPECT_EQ(editor->Fields().Index, "0"); // an empty text reads as 0, as in the other editor
     EXPECT_FALSE(editor->TypeIndexKey(U'a'));
     EXPECT_EQ(alerts.shown[1].Line1 + "|" + alerts.shown[1].Line2,
               "Inserire un valore decimale corretto|");

@@ -67,6 +67,8 @@ TEST_F(ParameterEditorTest, ValidationOrderAndTheFirstCharacterTest) {
 
 TEST_F(ParameterEditorTest, DecimalIndexAndItsKeyFilter) {
     editor.OpenParameterEditor(4, 0, "new");
+    editor.SetBase("d");
+    EXPECT_EQ(editor.Fields().IndexText, "0"); // an empty text reads as 0, as in the other editor
     editor.Fields() = {"x", "", "6060", "0", "1", "", "h"};
     editor.SetBase("d");
     EXPECT_EQ(editor.Fields().IndexText, "24672");
