@@ -37,9 +37,11 @@ std::optional<std::string> ValidateMapping(const PdoSettings& workingCopy, Mappi
     const std::string wanted = ComparableName(name);
     // An edited mapping meets its own old name once, so it takes a second equal entry; its
     // own entry counts whatever the new name, so that a rename onto another name is caught.
+    // A cleared name is compared as the walk compares it, own entry included, so that it is
+    // reported as missing rather than as the empty entry past the last.
     const bool editing = mode == MappingEditorMode::Edit;
     const int duplicateAt = editing ? 2 : 1;
-    const int own = editing ? mappingNumber - 1 : -1;
+    const int own = editing && !name.empty() ? mappingNumber - 1 : -1;
     const int last = std::min<int>(workingCopy.MappingCount, kLastMapping);
     int equal = 0;
     for (int i = 0; i <= last; ++i) {

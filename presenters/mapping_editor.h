@@ -74,7 +74,9 @@ struct MappingFields {
 // old name once, so renaming it to another entry's name is refused while keeping its name
 // passes; then an empty name. The duplicate test comes first on purpose, so a new mapping
 // with no name usually meets the empty entry past the last and reads "Nome variabile
-// duplicato". With all eleven entries in use the walk ends at entry 10.
+// duplicato"; for an edited mapping whose name was cleared the own entry counts only when
+// its old name is empty too, so it usually reads "Nome variabile non specificato". With all
+// eleven entries in use the walk ends at entry 10.
 std::optional<std::string> ValidateMapping(const PdoSettings& workingCopy, MappingEditorMode mode,
                                            int mappingNumber, const MappingFields& fields);
 

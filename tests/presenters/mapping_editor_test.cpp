@@ -95,8 +95,13 @@ TEST(ValidateMapping, ChecksInOrderAndFindsDuplicatesIncludingPastTheLast) {
         EXPECT_EQ(ValidateMapping(table, c.mode, c.number, c.fields).value_or(""), c.error)
             << c.fields.Name;
     }
-    // A new mapping without a name usually meets the empty entry past the last first.
+    // A new mapping without a name usually meets the empty entry past the last first; an
+    // edited one whose name was cleared does not count its own entry, so it reads as unnamed.
     EXPECT_EQ(ValidateMapping(PdoSettings{}, kNew, 1, {"", "1", "0", "8"}), duplicate);
+    table.Mappings[2].Vcb.clear();
+    EXPECT_EQ(ValidateMapping(table, kEdit, 2, {"", "6064", "0", "32"}),
+              "Nome variabile non specificato");
+    EXPECT_EQ(ValidateMapping(table, kEdit, 2, {"Velocita", "6064", "0", "32"}), duplicate);
     table.MappingCount = 11; // the walk ends at the last entry
     EXPECT_EQ(ValidateMapping(table, kEdit, 11, {"z", "1", "0", "8"}), std::nullopt);
 }
