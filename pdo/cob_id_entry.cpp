@@ -84,7 +84,11 @@ CobIdCheck CheckCobIdEntry(const Network& network, CobIdEntryState& state) {
 bool CloseCobIdConflict(CobIdEntryState& state, const std::string& candidate, bool insertAnyway) {
     if (insertAnyway) {
         state.Armed = false;
-        state.FieldText = candidate;
+        // The field keeps its base: in base "d" the candidate goes in as decimal text, so that
+        // Save reads back the COB-ID the user typed.
+        state.FieldText = state.Base == "d"
+                              ? DecimalText(static_cast<long long>(ReadHex(candidate)))
+                              : candidate;
         return true;
     }
     state.FieldText = state.LastAccepted;

@@ -53,11 +53,11 @@ struct CobIdCheck {
 // hexadecimal text becomes the last accepted one.
 CobIdCheck CheckCobIdEntry(const Network& network, CobIdEntryState& state);
 
-// The conflict alert closed with its button. With insertAnyway the check is disarmed and the
-// candidate written into the field, and the result is true: the editor runs its Save
-// command at once, whose own check then only re-arms and passes, so the duplicate is stored
-// on purpose. Without it the field goes back to the last accepted text and the result is
-// false.
+// The conflict alert closed with its button. With insertAnyway the check is disarmed, the
+// candidate (hexadecimal text) is written into the field in the field's base (as decimal
+// text in base "d") and the result is true: the editor runs its Save command at once, whose
+// own check then only re-arms and passes, so the duplicate is stored on purpose. Without it
+// the field goes back to the last accepted text and the result is false.
 bool CloseCobIdConflict(CobIdEntryState& state, const std::string& candidate, bool insertAnyway);
 
 // The key filter of the COB-ID field, for every typed character: in base "h" a character

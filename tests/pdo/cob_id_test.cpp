@@ -144,10 +144,11 @@ TEST_F(CobIdEntry, ConflictOffersInsertAnyway) {
     EXPECT_FALSE(CloseCobIdConflict(state_, "281", false));
     EXPECT_EQ(state_.FieldText, "185");
 
-    // Ticking it stores the duplicate through a save whose own check passes.
+    // Ticking it stores the duplicate through a save whose own check passes; the field keeps
+    // its base.
     Check("d", "641"); // 0x281
     EXPECT_TRUE(CloseCobIdConflict(state_, "281", true));
-    EXPECT_EQ(state_.FieldText, "281");
+    EXPECT_EQ(state_.FieldText, "641");
     EXPECT_TRUE(CheckCobIdEntry(network_, state_).Passed());
     EXPECT_TRUE(state_.Armed);
 

@@ -216,6 +216,24 @@ TEST_F(PdoEditorTest, CobIdIsCheckedAndADuplicateGoesInOnlyOnPurpose) {
     EXPECT_EQ(alerts.shown.size(), 5u);
 }
 
+TEST_F(PdoEditorTest, ADecimalDuplicateGoesInAsTheNumberTyped) {
+    auto first = Open(0);
+    first->ChooseMode("Fast");
+    first->EditCobIdText("1A5");
+    ASSERT_TRUE(first->Save().Saved);
+    app.AddDrive(5);
+    auto editor = Open(0, 5);
+    editor->ChooseMode("Fast");
+    editor->ChooseCobIdBase("d");
+    editor->EditCobIdText("421"); // 0x1A5
+    editor->LeaveCobIdField();    // arms the check
+    alerts.insertAnyway.push_back(true);
+    EXPECT_TRUE(editor->LeaveCobIdField().Saved);
+    EXPECT_EQ(alerts.shown.back().Line1, "Il CobId 1A5 è già ");
+    EXPECT_EQ(editor->CobIdText(), "421");
+    EXPECT_EQ(PdoOf(0, 5).Settings.CobId, "1A5");
+}
+
 TEST_F(PdoEditorTest, MappingCommandsNeedAMappingAndKeepTheByteCount) {
     auto editor = Open(0);
     editor->ChooseMode("Slow");
