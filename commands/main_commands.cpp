@@ -232,6 +232,7 @@ DialogRequest MainCommands::ActivateItem(int i) {
     try {
         const TreeActivation activation =
             tree_.ActivateItem(workspace_.Net, workspace_.Modified, i);
+        session_.NoteModified();
         if (activation.RebuildOnOpen) {
             RebuildTree();
         }
@@ -291,9 +292,10 @@ void MainCommands::DialogClosed(const DialogRequest& request, bool changed) {
     });
 }
 
+// A command has changed the network: the mark, then the tree, as every command does.
 void MainCommands::AfterChange() {
-    RebuildTree();
     session_.MarkModified();
+    RebuildTree();
 }
 
 void MainCommands::RemoveSelected() {
@@ -385,7 +387,8 @@ void MainCommands::NetworkEmptied() {
 }
 
 void MainCommands::RebuildTree() {
-    const TreeRebuildResult result = tree_.RebuildNetworkTree(workspace_.Net);
+    const TreeRebuildResult result =
+        tree_.RebuildNetworkTree(workspace_.Net, session_.HasUnsavedChanges());
     nodeCountText_ = result.NodeCountText;
     selected_ = result.SelectedItem;
     target_ = TreeTarget{};

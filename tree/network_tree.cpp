@@ -186,7 +186,7 @@ void NetworkTree::LinkChildren() {
     }
 }
 
-TreeRebuildResult NetworkTree::RebuildNetworkTree(const Network& network) {
+TreeRebuildResult NetworkTree::RebuildNetworkTree(const Network& network, bool unsavedChanges) {
     Clear();
     const std::size_t nameChars = CharCount(network.FileName);
     if (nameChars < 4) {
@@ -199,7 +199,7 @@ TreeRebuildResult NetworkTree::RebuildNetworkTree(const Network& network) {
         StartCaption(root);
         // The last four characters go, so "demo.nodi" keeps its dot: "demo. (salvato)".
         text_ += CharSlice(network.FileName, 0, nameChars - 4);
-        text_ += network.Saved != 0 ? " (salvato)" : " (modificato)";
+        text_ += network.Saved != 0 && !unsavedChanges ? " (salvato)" : " (modificato)";
         EndItem(root);
 
         ForEachNodeInUse(network, network.NodeCount, [&](int slot, const Node& node) {

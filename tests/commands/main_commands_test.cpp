@@ -89,9 +89,11 @@ TEST_F(MainWindow, NodeCommandsFollowTheNetworkAndTheSelection) {
     main_.SelectItem(ItemWithKey("4@drive"));
     main_.Execute(Command::Remove);
     main_.SelectItem(ItemWithKey("9@drive"));
+    EXPECT_TRUE(main_.IsButtonEnabled(ToolbarPosition::SelectNode));
     main_.Execute(Command::Remove);
     EXPECT_EQ(main_.Tree().Size(), 0);
     EXPECT_FALSE(main_.IsEnabled(Command::ModifyNode));
+    EXPECT_FALSE(main_.IsButtonEnabled(ToolbarPosition::SelectNode)); // marked, then rebuilt
 }
 
 TEST_F(MainWindow, RemovingAParameterMovesTheLaterOnesDown) {
@@ -193,6 +195,19 @@ TEST_F(MainWindow, SavingANamedConfigurationExportsAndShowsTheChannelDialog) {
     EXPECT_TRUE(std::filesystem::exists(folder + "linea.cop"));
     EXPECT_EQ(app_.Ws().ChannelDialog.Message, "Salvataggio file ORV  OK");
     EXPECT_EQ(main_.Tree().Caption(0), "linea (salvato)");
+
+    // A change keeps the file's name, but every caption says modified until the next save
+    // or load: the mark's, then the rebuild's that follows it, and any later rebuild's.
+    main_.SelectItem(ItemWithKey("0@9"));
+    main_.Execute(Command::Remove);
+    EXPECT_EQ(app_.Ws().Net.Saved, kTrue);
+    EXPECT_EQ(main_.Tree().Caption(0), "linea. (modificato)");
+    main_.RebuildTree();
+    EXPECT_EQ(main_.Tree().Caption(0), "linea. (modificato)");
+    dialogs_.fileAnswers = {folder + "linea.nodi"};
+    main_.Execute(Command::FileLoad);
+    EXPECT_EQ(main_.Tree().Caption(0), "linea. (salvato)");
+    EXPECT_EQ(app_.Ws().Net.NodeAt(9).ParameterCount, 3);
 
     // A run-time error stops the command and is shown; the program goes on.
     std::filesystem::remove(folder + "linea.nodi");

@@ -40,7 +40,7 @@ TEST(UserSession, FromAnEmptyNetworkToTheExportFile) {
     add.NumberText() = "5";
     ASSERT_TRUE(add.Ok().NetworkChanged);
     main.DialogClosed(addNode, true);
-    EXPECT_EQ(main.Tree().Caption(0), "impianto (modificato)");
+    EXPECT_EQ(main.Tree().Caption(0), "impianto. (modificato)");
     EXPECT_EQ(main.NodeCountText(), "1");
 
     // Its first TX PDO becomes a fast PDO with its default COB-ID.
