@@ -42,9 +42,10 @@ TEST(CobId, FindCobIdWalk) {
     // The walk stops after NodeCount nodes in use: a count of 1 never reaches slot 7.
     network.NodeCount = 1;
     EXPECT_EQ(FindCobId(network, "188").Found, 0);
-    // A count larger than the nodes in use runs past slot 500.
+    // A count larger than the nodes in use runs past slot 500, unless a match ends it first.
     network.NodeCount = 3;
     EXPECT_THROW(FindCobId(network, "nothing"), RuntimeError);
+    EXPECT_EQ(FindCobId(network, "188").NodeSlot, 7);
 }
 
 class CobIdEntry : public ::testing::Test {
