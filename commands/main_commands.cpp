@@ -34,7 +34,7 @@ std::string PdoName(const Pdo& pdo) {
 MainCommands::MainCommands(Workspace& workspace, UserDialogs& dialogs, AlertDialog& alerts,
                            TextViewer& viewer, HelpViewer& help)
     : workspace_(workspace), dialogs_(dialogs), alerts_(alerts), viewer_(viewer), help_(help),
-      session_(workspace, dialogs, *this), removeCaption_(kMenuItems[8].Caption) {
+      session_(workspace, dialogs, *this), removeCaption_(MenuItemFor(Command::Remove)->Caption) {
     enabled_.fill(true);
     buttons_.fill(true);
     EnableNodeCommands(false);

@@ -4,7 +4,6 @@
 #include "interfaces/alert_dialog.h"
 #include "interfaces/help_viewer.h"
 #include "interfaces/user_dialogs.h"
-#include "model/numeric.h"
 #include "model/runtime_error.h"
 #include "model/text.h"
 #include "pdo/cob_id_entry.h"

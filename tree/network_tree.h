@@ -87,13 +87,12 @@ public:
     // Rebuilds the whole tree from the network: the root (expanded) with the configuration
     // caption (FileName without its last four characters, then " (salvato)" when Saved is set
     // and there are no unsavedChanges, " (modificato)" otherwise), then the first NodeCount
-    // in-use slots in slot order. PDOs are walked by
-    // direction only: from entry 0 while "TX", then on while "RX" (a gap hides the later
-    // PDOs; the walk ends at the end of the table). When NodeCount is 0 the tree is cleared
-    // again and the node commands are disabled; otherwise the root is selected. Resets
-    // CollapseOnRebuild. A FileName shorter than four characters is the InvalidArgument
-    // error; a NodeCount above the in-use slots runs past slot 500: the SubscriptOutOfRange
-    // error, with the items added so far kept.
+    // in-use slots in slot order. PDOs are walked by direction only: from entry 0 while "TX",
+    // then on while "RX" (a gap hides the later PDOs; the walk ends at the end of the table).
+    // When NodeCount is 0 the tree is cleared again and the node commands are disabled;
+    // otherwise the root is selected. Resets CollapseOnRebuild. A FileName shorter than four
+    // characters is the InvalidArgument error; a NodeCount above the in-use slots runs past slot
+    // 500: the SubscriptOutOfRange error, with the items added so far kept.
     TreeRebuildResult RebuildNetworkTree(const Network& network, bool unsavedChanges);
 
     // The one-shot flag (1 = set) the library insertion sets: the next rebuild shows every
