@@ -50,7 +50,7 @@ void FillToTheLimit(Node& node, int slot) {
 std::unique_ptr<Workspace> FullNetwork() {
     auto workspace = std::make_unique<Workspace>();
     workspace->AppDirectory = "/opt/velmora";
-    workspace->Net.ExportExtension = ".cop";
+    SetExportExtension(workspace->Net);
     NewNetwork(workspace->Net, workspace->AppDirectory);
     for (int slot = 0; slot <= kLastSlot; ++slot) {
         FillToTheLimit(workspace->Net.NodeAt(slot), slot);

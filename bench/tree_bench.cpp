@@ -12,7 +12,7 @@ void BM_RebuildFullNetworkTree(benchmark::State& state) {
     static const velmora::Network network = velmora::bench::FullNetwork();
     velmora::NetworkTree tree;
     for (auto _ : state) {
-        const auto result = tree.RebuildNetworkTree(network);
+        const auto result = tree.RebuildNetworkTree(network, false);
         benchmark::DoNotOptimize(result.SelectedItem);
     }
     state.counters["items"] = tree.Size();
@@ -24,7 +24,7 @@ void BM_RebuildFullNetworkTreeFresh(benchmark::State& state) {
     static const velmora::Network network = velmora::bench::FullNetwork();
     for (auto _ : state) {
         velmora::NetworkTree tree;
-        const auto result = tree.RebuildNetworkTree(network);
+        const auto result = tree.RebuildNetworkTree(network, false);
         benchmark::DoNotOptimize(result.SelectedItem);
     }
 }

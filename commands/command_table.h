@@ -73,27 +73,48 @@ inline constexpr std::array<MenuItem, 22> kMenuItems = {{
     {"Help", "Info", "Informazioni su Velmora", Command::About},
 }};
 
+// Toolbar positions, counted from the left starting at 1.
+namespace ToolbarPosition {
+inline constexpr int NewConfiguration = 1;
+inline constexpr int LoadConfiguration = 2;
+inline constexpr int SaveConfiguration = 3;
+inline constexpr int ViewFile = 4;
+inline constexpr int PrintFile = 5;
+inline constexpr int AddNodeFromEds = 6;
+inline constexpr int AddNodeFromLibrary = 7;
+inline constexpr int ModifyNode = 8;
+inline constexpr int RemoveNode = 9;
+inline constexpr int SelectNode = 10;    // the copy command; NewNetwork disables it
+inline constexpr int ReplicateNode = 11; // the paste command
+inline constexpr int ExportToOrv = 12;
+inline constexpr int ExportToLibrary = 13;
+inline constexpr int EditLibrary = 14;
+inline constexpr int First = NewConfiguration;
+inline constexpr int Last = EditLibrary;
+} // namespace ToolbarPosition
+
 struct ToolbarButton {
-    int Position; // from the left, starting at 1
+    int Position;
     std::string_view ToolTip;
     int Key;
+    std::optional<Command> Runs; // none for key 5
 };
 
-inline constexpr std::array<ToolbarButton, 14> kToolbar = {{
-    {1, "Nuova configurazione", 1},
-    {2, "Carica configurazione", 2},
-    {3, "Salva configurazione", 3},
-    {4, "Guarda file di configurazione", 4},
-    {5, "Stampa file di configurazione", 5},
-    {6, "Aggiungi nodo da Eds", 6},
-    {7, "Aggiungi nodo da LIB", 13},
-    {8, "Modifica nodo", 7},
-    {9, "Rimuovi nodo", 8},
-    {10, "Seleziona nodo", 9},
-    {11, "Replica nodo", 10},
-    {12, "Esporta a ORV", 11},
-    {13, "Esporta in libreria", 12},
-    {14, "Modifica libreria", 14},
+inline constexpr std::array<ToolbarButton, ToolbarPosition::Last> kToolbar = {{
+    {ToolbarPosition::NewConfiguration, "Nuova configurazione", 1, Command::FileNew},
+    {ToolbarPosition::LoadConfiguration, "Carica configurazione", 2, Command::FileLoad},
+    {ToolbarPosition::SaveConfiguration, "Salva configurazione", 3, Command::FileSave},
+    {ToolbarPosition::ViewFile, "Guarda file di configurazione", 4, Command::ShowFinalFile},
+    {ToolbarPosition::PrintFile, "Stampa file di configurazione", 5, std::nullopt},
+    {ToolbarPosition::AddNodeFromEds, "Aggiungi nodo da Eds", 6, Command::AddNode},
+    {ToolbarPosition::AddNodeFromLibrary, "Aggiungi nodo da LIB", 13, Command::TakeFromLibrary},
+    {ToolbarPosition::ModifyNode, "Modifica nodo", 7, Command::ModifyNode},
+    {ToolbarPosition::RemoveNode, "Rimuovi nodo", 8, Command::Remove},
+    {ToolbarPosition::SelectNode, "Seleziona nodo", 9, Command::CopyNode},
+    {ToolbarPosition::ReplicateNode, "Replica nodo", 10, Command::PasteNode},
+    {ToolbarPosition::ExportToOrv, "Esporta a ORV", 11, Command::ExportToOrv},
+    {ToolbarPosition::ExportToLibrary, "Esporta in libreria", 12, Command::SaveToLibrary},
+    {ToolbarPosition::EditLibrary, "Modifica libreria", 14, Command::EditLibrary},
 }};
 
 // The command a toolbar key runs; nullopt for a key that matches no command (5).

@@ -21,9 +21,9 @@ constexpr Command kNodeCommands[] = {Command::ModifyNode,      Command::Remove,
                                      Command::CopyNode,        Command::PasteNode,
                                      Command::ConfigurePdo,    Command::AddParameter,
                                      Command::ModifyParameter, Command::SaveToLibrary};
-constexpr int kNodeButtons[] = {8, 9, 10, 11, 13};
-constexpr int kPasteButton = 11;
-constexpr int kCopyButton = 10;
+constexpr int kNodeButtons[] = {ToolbarPosition::ModifyNode, ToolbarPosition::RemoveNode,
+                                ToolbarPosition::SelectNode, ToolbarPosition::ReplicateNode,
+                                ToolbarPosition::ExportToLibrary};
 
 std::string PdoName(const Pdo& pdo) {
     return "pdo_" + pdo.Direction + std::to_string(pdo.PdoNumber + 1);
@@ -34,7 +34,7 @@ std::string PdoName(const Pdo& pdo) {
 MainCommands::MainCommands(Workspace& workspace, UserDialogs& dialogs, AlertDialog& alerts,
                            TextViewer& viewer, HelpViewer& help)
     : workspace_(workspace), dialogs_(dialogs), alerts_(alerts), viewer_(viewer), help_(help),
-      session_(workspace, dialogs, *this), removeCaption_(kMenuItems[8].Caption) {
+      session_(workspace, dialogs, *this), removeCaption_(MenuItemFor(Command::Remove)->Caption) {
     enabled_.fill(true);
     buttons_.fill(true);
     EnableNodeCommands(false);
@@ -50,7 +50,7 @@ bool MainCommands::IsEnabled(Command command) const {
 }
 
 bool MainCommands::IsButtonEnabled(int position) const {
-    CheckIndex(position, 1, 14, "Pulsante");
+    CheckIndex(position, ToolbarPosition::First, ToolbarPosition::Last, "Pulsante");
     return buttons_[static_cast<std::size_t>(position)];
 }
 
@@ -72,25 +72,23 @@ void MainCommands::EnableNodeCommands(bool enabled) {
     // Pasting needs a copied node.
     const bool canPaste = enabled && copiedSlot_ >= 0;
     SetEnabled(Command::PasteNode, canPaste);
-    SetButton(kPasteButton, canPaste);
+    SetButton(ToolbarPosition::ReplicateNode, canPaste);
 }
 
 DialogRequest MainCommands::Execute(Command command) {
     exportRan_ = false;
-    try {
-        DialogRequest request = Run(command);
+    DialogRequest request;
+    RunAtCommandBoundary(dialogs_, [&] {
+        request = Run(command);
         if (exportRan_ && request.Dialog == DialogRequest::Kind::None) {
             request.Dialog = DialogRequest::Kind::ChannelDialog;
         }
-        return request;
-    } catch (const RuntimeError& error) {
-        dialogs_.ShowError(error.what());
-        return {};
-    }
+    });
+    return request;
 }
 
 DialogRequest MainCommands::ClickButton(int position) {
-    CheckIndex(position, 1, 14, "Pulsante");
+    CheckIndex(position, ToolbarPosition::First, ToolbarPosition::Last, "Pulsante");
     const auto command = CommandForKey(kToolbar[static_cast<std::size_t>(position - 1)].Key);
     return command ? Execute(*command) : DialogRequest{};
 }
@@ -200,13 +198,11 @@ void MainCommands::ExportToController() {
 }
 
 void MainCommands::SelectItem(int i) {
-    try {
+    RunAtCommandBoundary(dialogs_, [&] {
         const TreeSelection selection = tree_.SelectItem(workspace_.Net, i);
         selected_ = i;
         ApplySelection(selection.Target, selection);
-    } catch (const RuntimeError& error) {
-        dialogs_.ShowError(error.what());
-    }
+    });
 }
 
 void MainCommands::ApplySelection(const TreeTarget& target, const TreeSelection& selection) {
@@ -220,14 +216,14 @@ void MainCommands::ApplySelection(const TreeTarget& target, const TreeSelection&
     SetEnabled(Command::ModifyParameter, target.Kind == TreeTargetKind::Parameter);
     SetEnabled(Command::Remove,
                target.Kind == TreeTargetKind::Node || target.Kind == TreeTargetKind::Parameter);
-    SetButton(9, target.Kind == TreeTargetKind::Node);
+    SetButton(ToolbarPosition::RemoveNode, target.Kind == TreeTargetKind::Node);
     if (selection.DisableButtons9And10) {
-        SetButton(9, false);
-        SetButton(kCopyButton, false);
+        SetButton(ToolbarPosition::RemoveNode, false);
+        SetButton(ToolbarPosition::SelectNode, false);
     }
     // Pasting does not depend on what is selected, only on a copied node.
     SetEnabled(Command::PasteNode, copiedSlot_ >= 0);
-    SetButton(kPasteButton, copiedSlot_ >= 0);
+    SetButton(ToolbarPosition::ReplicateNode, copiedSlot_ >= 0);
     infoText_ = InfoTextFor(workspace_, target);
 }
 
@@ -236,6 +232,10 @@ DialogRequest MainCommands::ActivateItem(int i) {
     try {
         const TreeActivation activation =
             tree_.ActivateItem(workspace_.Net, workspace_.Modified, i);
+        session_.NoteModified();
+        if (activation.RebuildOnOpen) {
+            RebuildTree();
+        }
         const TreeTarget& target = activation.Target;
         switch (activation.Editor) {
         case TreeEditor::Pdo:
@@ -260,11 +260,7 @@ DialogRequest MainCommands::ActivateItem(int i) {
 }
 
 void MainCommands::ExpandItem(int i, bool expanded) {
-    try {
-        tree_.OnItemExpanded(workspace_.Net, i, expanded);
-    } catch (const RuntimeError& error) {
-        dialogs_.ShowError(error.what());
-    }
+    RunAtCommandBoundary(dialogs_, [&] { tree_.OnItemExpanded(workspace_.Net, i, expanded); });
 }
 
 void MainCommands::HelpKey() {
@@ -273,7 +269,7 @@ void MainCommands::HelpKey() {
 
 void MainCommands::DialogClosed(const DialogRequest& request, bool changed) {
     using Kind = DialogRequest::Kind;
-    try {
+    RunAtCommandBoundary(dialogs_, [&] {
         switch (request.Dialog) {
         case Kind::AddNode:
         case Kind::ModifyNode:
@@ -290,21 +286,16 @@ void MainCommands::DialogClosed(const DialogRequest& request, bool changed) {
                 AfterChange();
             }
             break;
-        case Kind::Timeout:
-            // Storing the time-outs marks nothing; the tree shows them after a rebuild.
-            RebuildTree();
-            break;
         default:
             break;
         }
-    } catch (const RuntimeError& error) {
-        dialogs_.ShowError(error.what());
-    }
+    });
 }
 
+// A command has changed the network: the mark, then the tree, as every command does.
 void MainCommands::AfterChange() {
-    RebuildTree();
     session_.MarkModified();
+    RebuildTree();
 }
 
 void MainCommands::RemoveSelected() {
@@ -343,7 +334,7 @@ void MainCommands::CopySelected() {
     // Copying changes nothing, but marks the configuration all the same.
     session_.MarkModified();
     SetEnabled(Command::PasteNode, true);
-    SetButton(kPasteButton, true);
+    SetButton(ToolbarPosition::ReplicateNode, true);
 }
 
 void MainCommands::AddEdsFile() {
@@ -374,11 +365,11 @@ void MainCommands::AddEdsFile() {
 }
 
 void MainCommands::ShowSelectAnItemAlert() {
-    windowEnabled_ = false;
-    alerts_.ShowAlert(
+    ShowAlertDisabling(
+        alerts_,
         BlockingAlert("MainWin", "Selezionare un elemento dalla treeView e scegliere un azione ",
-                      "oppure fare doppio click sull'elemento desiderato"));
-    windowEnabled_ = true;
+                      "oppure fare doppio click sull'elemento desiderato"),
+        windowDisabled_);
 }
 
 void MainCommands::LibraryUnavailable() {
@@ -396,7 +387,8 @@ void MainCommands::NetworkEmptied() {
 }
 
 void MainCommands::RebuildTree() {
-    const TreeRebuildResult result = tree_.RebuildNetworkTree(workspace_.Net);
+    const TreeRebuildResult result =
+        tree_.RebuildNetworkTree(workspace_.Net, session_.HasUnsavedChanges());
     nodeCountText_ = result.NodeCountText;
     selected_ = result.SelectedItem;
     target_ = TreeTarget{};
@@ -415,11 +407,21 @@ void MainCommands::ShowRootCaption(const std::string& caption) {
 }
 
 void MainCommands::ChangeMarked() {
-    SetButton(kCopyButton, true);
+    SetButton(ToolbarPosition::SelectNode, true);
 }
 
 void MainCommands::EnableFileCommand() {
     SetEnabled(Command::FileSave, true);
+}
+
+bool RunAtCommandBoundary(UserDialogs& dialogs, const std::function<void()>& command) {
+    try {
+        command();
+        return true;
+    } catch (const RuntimeError& error) {
+        dialogs.ShowError(error.what());
+        return false;
+    }
 }
 
 std::string InfoTextFor(const Workspace& workspace, const TreeTarget& target) {

@@ -4,8 +4,10 @@
 // information panel, and what every menu item, toolbar button, selection and double click
 // does. Commands that need a dialog return a DialogRequest; the window opens that dialog
 // (whose own logic is another presenter) and reports back with DialogClosed. A run-time
-// error stops the command that met it and is shown through UserDialogs::ShowError: this
-// class is the command boundary, and the program goes on.
+// error stops the command that met it and is shown through UserDialogs::ShowError, and the
+// program goes on: this class is the command boundary for what it runs, and the window is
+// the boundary for the dialogs' presenters, which let run-time errors through; it makes
+// each call it forwards to one of them through RunAtCommandBoundary.
 //
 // Choices made here where the system leaves them open:
 // - NewNetwork disables the node commands (Modifica nodo, Rimuovi, Copia, Incolla, Configura
@@ -26,6 +28,7 @@
 #include "tree/network_tree.h"
 
 #include <array>
+#include <functional>
 #include <string>
 
 namespace velmora {
@@ -71,13 +74,14 @@ public:
 
     // A menu item.
     DialogRequest Execute(Command command);
-    // A toolbar button, by position (1..14): runs the command of the button's key.
+    // A toolbar button, by position (ToolbarPosition): runs the command of the button's key.
     DialogRequest ClickButton(int position);
     // The user selected tree item i: fills the information panel, updates the commands.
     void SelectItem(int i);
     // The user double-clicked tree item i (or pressed Enter on it): opens its editor. Any
     // failure, no item selected included, shows the "Selezionare un elemento dalla
-    // treeView ..." alert instead.
+    // treeView ..." alert instead. For the time-out dialog the tree is rebuilt here, before
+    // the window opens it; its closing changes nothing.
     DialogRequest ActivateItem(int i);
     // The user expanded or collapsed tree item i.
     void ExpandItem(int i, bool expanded);
@@ -94,7 +98,7 @@ public:
     const std::string& RemoveCaption() const { return removeCaption_; }
     const std::string& NodeCountText() const { return nodeCountText_; }
     const std::string& InfoText() const { return infoText_; }
-    bool WindowEnabled() const { return windowEnabled_; }
+    bool WindowEnabled() const { return !windowDisabled_; }
     // The slot of the copied node, -1 when none.
     int CopiedSlot() const { return copiedSlot_; }
 
@@ -134,14 +138,18 @@ private:
     int selected_ = -1;
     TreeTarget target_; // the record the selected item stands for
     std::array<bool, kCommandCount> enabled_{};
-    std::array<bool, 15> buttons_{}; // by position, 1..14
+    std::array<bool, ToolbarPosition::Last + 1> buttons_{}; // by position
     std::string removeCaption_;
     std::string nodeCountText_;
     std::string infoText_;
-    bool windowEnabled_ = true;
+    bool windowDisabled_ = false; // while an alert it raised is up
     int copiedSlot_ = -1;
     bool exportRan_ = false; // a Save ran the export: the channel dialog must show
 };
+
+// The command boundary: runs command; a run-time error it raises stops it and is shown
+// through dialogs.ShowError, and the result is false. Other exceptions pass.
+bool RunAtCommandBoundary(UserDialogs& dialogs, const std::function<void()>& command);
 
 // The information panel's text for an item's record.
 std::string InfoTextFor(const Workspace& workspace, const TreeTarget& target);

@@ -43,6 +43,15 @@ std::string ObjectItemText(const ListedObject& object) {
     return text + "] " + object.Name;
 }
 
+std::string NameFromChooserText(std::string_view text) {
+    const std::size_t bracket = text.find(']');
+    if (bracket == std::string_view::npos) {
+        return std::string(text);
+    }
+    const std::string_view rest = text.substr(bracket + 1);
+    return std::string(rest.substr(CharOffset(rest, 1)));
+}
+
 int BytesForDataType(std::int32_t dataType) {
     switch (dataType) {
     case 1:

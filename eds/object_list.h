@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace velmora {
@@ -40,6 +41,11 @@ std::vector<ListedObject> BuildObjectList(const EdsObjectTable& table);
 // "[" index " sub " sub-index "] " name, or "[" index "] " name for a negative sub-index;
 // both numbers in upper-case hexadecimal without leading zeros ("[6064 sub 0] position").
 std::string ObjectItemText(const ListedObject& object);
+
+// The name a chooser text stands for: the text from the second character after its first
+// "]" ("[6064 sub 0] position actual value" gives "position actual value"; the blank after
+// "]" is dropped, whatever character it is); a text without "]" as it is.
+std::string NameFromChooserText(std::string_view text);
 
 // The byte count the editors propose for a data type (the number the EDS gives, e.g. 7 for
 // 0x0007): the program's own table, pairs and gaps included; 0 for a type not in it.

@@ -1,6 +1,7 @@
 #include "export/channel_analysis.h"
 
 #include "model/network.h"
+#include "model/network_walk.h"
 #include "model/numeric.h"
 #include "model/runtime_error.h"
 #include "model/text.h"
@@ -20,17 +21,11 @@ std::int16_t Sum16(long long value, const char* what) {
 // Calls visit(node) for each configured node among the first nodeCount in-use slots.
 template <typename Visit>
 void ForEachConfiguredNode(const Network& network, int nodeCount, Visit visit) {
-    int seen = 0;
-    for (int slot = 0; seen < nodeCount; ++slot) {
-        const Node& node = network.NodeAt(slot);
-        if (node.InUse == 0) {
-            continue;
-        }
-        ++seen;
+    ForEachNodeInUse(network, nodeCount, [&visit](int, const Node& node) {
         if (node.Configured != 0) {
             visit(node);
         }
-    }
+    });
 }
 
 double TimeMs(const ChannelCounters& counters, int bitRateKbit) {

@@ -1,6 +1,7 @@
 #include "export/channel_counters.h"
 
 #include "model/network.h"
+#include "model/network_walk.h"
 #include "model/runtime_error.h"
 #include "model/transmission_mode.h"
 
@@ -18,23 +19,15 @@ void Increment(std::int16_t& counter) {
 } // namespace
 
 void CountNodeModes(const Node& node, ChannelCounters& counters) {
-    int p = 0;
-    for (; p <= kLastPdo && node.Pdos[p].Direction == PdoDirection::Tx; ++p) {
-        const std::string& mode = node.Pdos[p].Settings.Mode;
+    ForEachTxThenRxPdo(node, [&counters](int, const Pdo& pdo) {
+        const bool tx = pdo.Direction == PdoDirection::Tx;
+        const std::string& mode = pdo.Settings.Mode;
         if (mode == TransmissionMode::Fast) {
-            Increment(counters.txFast);
+            Increment(tx ? counters.txFast : counters.rxFast);
         } else if (mode == TransmissionMode::Slow) {
-            Increment(counters.txSlow);
+            Increment(tx ? counters.txSlow : counters.rxSlow);
         }
-    }
-    for (; p <= kLastPdo && node.Pdos[p].Direction == PdoDirection::Rx; ++p) {
-        const std::string& mode = node.Pdos[p].Settings.Mode;
-        if (mode == TransmissionMode::Fast) {
-            Increment(counters.rxFast);
-        } else if (mode == TransmissionMode::Slow) {
-            Increment(counters.rxSlow);
-        }
-    }
+    });
 }
 
 void RecountAfterLoad(const Network& network, ChannelCounters& counters) {

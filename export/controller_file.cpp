@@ -2,6 +2,7 @@
 
 #include "model/cp1252.h"
 #include "model/network.h"
+#include "model/network_walk.h"
 #include "model/paths.h"
 #include "model/runtime_error.h"
 #include "model/text.h"
@@ -171,14 +172,8 @@ ControllerFileResult WriteControllerFile(const Network& network, std::ostream& o
     errno = 0;
     try {
         try {
-            int written = 0;
-            for (int slot = 0; written != network.NodeCount; ++slot) {
-                const Node& node = network.NodeAt(slot);
-                if (node.InUse != 0) {
-                    ++written;
-                    WriteNode(w, node, slot);
-                }
-            }
+            ForEachNodeInUse(network, network.NodeCount,
+                             [&w](int slot, const Node& node) { WriteNode(w, node, slot); });
         } catch (const RuntimeError& error) {
             result = {false, error.what()};
         }

@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static velmora::Workspace* workspace = [] {
         auto* created = new velmora::Workspace;
         created->AppDirectory = "/opt/velmora";
-        created->Net.ExportExtension = ".cop";
+        velmora::SetExportExtension(created->Net);
         return created;
     }();
     std::istringstream in(std::string(reinterpret_cast<const char*>(data), size));

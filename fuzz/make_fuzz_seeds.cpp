@@ -48,7 +48,7 @@ int main(int argc, char* argv[]) {
     const std::filesystem::path folder = std::filesystem::path(argv[1]) / "configuration_loader";
     std::filesystem::create_directories(folder);
     velmora::Workspace workspace;
-    workspace.Net.ExportExtension = ".cop";
+    velmora::SetExportExtension(workspace.Net);
     velmora::NewNetwork(workspace.Net, "/opt/velmora");
     Write(workspace.Net, folder / "empty.nodi");
 

@@ -15,4 +15,19 @@ public:
     virtual bool ShowAlert(const AlertRequest& request) = 0;
 };
 
+// The alert guard: shows request with the source dialog disabled meanwhile when the request
+// says so (disabled is true while the alert is up) and enabled again when the alert closes,
+// also when ShowAlert throws. Returns whether "Inserisci comunque il Cob-Id" was ticked.
+inline bool ShowAlertDisabling(AlertDialog& alerts, const AlertRequest& request, bool& disabled) {
+    disabled = request.DisablesEditor;
+    try {
+        const bool ticked = alerts.ShowAlert(request);
+        disabled = false;
+        return ticked;
+    } catch (...) {
+        disabled = false;
+        throw;
+    }
+}
+
 } // namespace velmora

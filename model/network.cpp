@@ -118,4 +118,12 @@ const std::string& CurrentFileName(const Network& network) {
     return network.FileName;
 }
 
+void SetExportExtension(Network& network) {
+    network.ExportExtension = kExportExtension;
+}
+
+void ReadExportSettings(Network& network) {
+    network.ExportExtension = kExportExtension.substr(1);
+}
+
 } // namespace velmora

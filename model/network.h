@@ -143,7 +143,7 @@ struct Network {
     // Record 2 of the configuration file: its EdsName holds DefaultFilePath and its
     // TxPdoCount holds MaxFastPdo; every other field stays empty or zero.
     Node ExportSettings;
-    std::string ExportExtension; // ".cop" from start-up on
+    std::string ExportExtension; // see kExportExtension
     std::string ExportPath;
     std::int16_t ChannelCheck = 0;
     NodeParameter SelectedParameter;
@@ -171,5 +171,14 @@ void ClearNode(Network& network, int slot);
 void NewNetwork(Network& network, std::string_view appDirectory);
 
 const std::string& CurrentFileName(const Network& network);
+
+// The export file's extension. A configuration's ExportPath always ends in it; start-up and
+// the export settings dialog's Save set ExportExtension to it (SetExportExtension).
+inline constexpr std::string_view kExportExtension = ".cop";
+void SetExportExtension(Network& network);
+// Every reading of the export settings (by the export, the viewer command, "Test PDO" and
+// the settings dialog) sets ExportExtension to "cop", without its dot: the next new
+// configuration's DefaultFilePath then ends in "nonecop". Kept on purpose.
+void ReadExportSettings(Network& network);
 
 } // namespace velmora

@@ -1,6 +1,7 @@
 #include "pdo/cob_id.h"
 
 #include "model/network.h"
+#include "model/network_walk.h"
 #include "model/text.h"
 #include "model/transmission_mode.h"
 
@@ -12,32 +13,27 @@ std::string ComputeDefaultCobId(std::string_view direction, int nodeSlot, int pd
 }
 
 CobIdOwner FindCobId(const Network& network, std::string_view cobIdText) {
-    int seen = 0;
-    for (int slot = 0; seen < network.NodeCount; ++slot) {
-        const Node& node = network.NodeAt(slot);
-        if (node.InUse == 0) {
-            continue;
-        }
-        ++seen;
+    CobIdOwner owner;
+    ForEachNodeInUse(network, network.NodeCount, [&](int slot, const Node& node) {
         if (node.Configured == 0) {
-            continue;
+            return true;
         }
         // Twice the RX count, not TX + RX: the rule as it always was, kept on purpose.
         const int last = 2 * node.RxPdoCount;
         for (int p = 0; p < last; ++p) {
             const Pdo& pdo = node.PdoAt(p);
             if (pdo.Used != 0 && pdo.Settings.CobId == cobIdText) {
-                CobIdOwner owner;
                 owner.Found = -1;
                 owner.NodeName = node.EdsName;
                 owner.NodeSlot = static_cast<std::int16_t>(slot);
                 owner.PdoKind = pdo.Direction;
                 owner.PdoNumberText = DecimalText(p + 1);
-                return owner;
+                return false; // the first match ends the whole search
             }
         }
-    }
-    return {};
+        return true;
+    });
+    return owner;
 }
 
 std::string CobIdConflictLine1(std::string_view cobIdText) {

@@ -84,7 +84,11 @@ CobIdCheck CheckCobIdEntry(const Network& network, CobIdEntryState& state) {
 bool CloseCobIdConflict(CobIdEntryState& state, const std::string& candidate, bool insertAnyway) {
     if (insertAnyway) {
         state.Armed = false;
-        state.FieldText = candidate;
+        // The field keeps its base: in base "d" the candidate goes in as decimal text, so that
+        // Save reads back the COB-ID the user typed.
+        state.FieldText = state.Base == "d"
+                              ? DecimalText(static_cast<long long>(ReadHex(candidate)))
+                              : candidate;
         return true;
     }
     state.FieldText = state.LastAccepted;
@@ -119,6 +123,14 @@ IndexKeyCheck FilterIndexKey(std::string_view base, char32_t key, std::string_vi
     }
     check.Alert = alert;
     return check;
+}
+
+std::string IndexInBase(std::string_view text, std::string_view fromBase) {
+    if (fromBase == "d") {
+        return HexText(ToInt32(RoundHalfEven(ReadNumber(text))));
+    }
+    // ReadHex saturates, so an absurdly long text still ends in the Overflow error.
+    return DecimalText(ToInt32(static_cast<double>(ReadHex(text))));
 }
 
 void ToHexBase(std::string& base, std::string& fieldText) {

@@ -53,11 +53,11 @@ struct CobIdCheck {
 // hexadecimal text becomes the last accepted one.
 CobIdCheck CheckCobIdEntry(const Network& network, CobIdEntryState& state);
 
-// The conflict alert closed with its button. With insertAnyway the check is disarmed and the
-// candidate written into the field, and the result is true: the editor runs its Save
-// command at once, whose own check then only re-arms and passes, so the duplicate is stored
-// on purpose. Without it the field goes back to the last accepted text and the result is
-// false.
+// The conflict alert closed with its button. With insertAnyway the check is disarmed, the
+// candidate (hexadecimal text) is written into the field in the field's base (as decimal
+// text in base "d") and the result is true: the editor runs its Save command at once, whose
+// own check then only re-arms and passes, so the duplicate is stored on purpose. Without it
+// the field goes back to the last accepted text and the result is false.
 bool CloseCobIdConflict(CobIdEntryState& state, const std::string& candidate, bool insertAnyway);
 
 // The key filter of the COB-ID field, for every typed character: in base "h" a character
@@ -78,7 +78,13 @@ struct IndexKeyCheck {
 // the editor that shows the alert ("mapping", "parametri").
 IndexKeyCheck FilterIndexKey(std::string_view base, char32_t key, std::string_view source);
 
-// Base switching of a field. ToHexBase acts only in base "d": the field's decimal value
+// The Index field of the mapping and parameter editors in the other base: the decimal digits
+// of a text in base "h" (read as hexadecimal), the upper-case hexadecimal digits of a text in
+// base "d" (read as a decimal number, rounded half-even). Values outside 32 bits are the
+// Overflow error, so "A000" gives "40960" and back.
+std::string IndexInBase(std::string_view text, std::string_view fromBase);
+
+// Base switching of a COB-ID field. ToHexBase acts only in base "d": the field's decimal value
 // (a value outside 32 bits is the Overflow error) is shown as hexadecimal digits and the
 // base becomes "h". ToDecimalBase acts only in base "h": the text read as hexadecimal must
 // fit a 16-bit signed number (else the Overflow error) and is shown in decimal, base "d".

@@ -165,10 +165,9 @@ DialogResult AddNodeDialog::Ok() {
             messages = AddNodeFromEds(workspace_.ForNodeImport(),
                                       files_[static_cast<std::size_t>(selected_)], slot);
         }
-    } catch (const RuntimeError& error) {
+    } catch (...) {
         restore();
-        dialogs_.ShowError(error.what());
-        return {};
+        throw;
     }
     for (const ImportMessage& message : messages) {
         dialogs_.Inform(message.Title, message.Text);

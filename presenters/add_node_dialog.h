@@ -8,6 +8,8 @@
 // A moved node keeps its configuration and takes the COB-IDs of its new slot by the paste
 // rule: every PDO gets its new default COB-ID, except a "Disabilitato" PDO, which keeps its
 // own. The move is refused when one of those defaults is already used elsewhere.
+//
+// Run-time errors (RuntimeError) propagate to the caller, the command boundary.
 
 #include "interfaces/dialog_result.h"
 
@@ -42,8 +44,7 @@ inline constexpr const char* kBadNodeNumberLine2 = "inserire un numero da 1 a 50
 
 class AddNodeDialog {
 public:
-    // alerts shows the dialog's refusals (source "addWin"); dialogs the import messages and
-    // run-time errors.
+    // alerts shows the dialog's refusals (source "addWin"); dialogs the import messages.
     AddNodeDialog(Workspace& workspace, AlertDialog& alerts, UserDialogs& dialogs);
 
     // Opens the dialog. The products are the workspace's EdsFiles shown without their
@@ -72,8 +73,8 @@ public:
     // product changed (ClearNode, then the new node, in the new slot when the number changed
     // too; NodeCount stays) and moves it when only the number changed (no product selected
     // keeps the product); when neither changed the dialog just closes. Import messages are
-    // shown after the change. A run-time error (an EDS that is missing or cannot be read) is
-    // shown and leaves the network as it was.
+    // shown after the change. A run-time error (an EDS that is missing or cannot be read)
+    // leaves the network as it was.
     DialogResult Ok();
 
 private:

@@ -1,8 +1,8 @@
 #include "presenters/export_settings_dialog.h"
 
+#include "model/network.h"
 #include "model/numeric.h"
 #include "model/text.h"
-#include "session/export_commands.h"
 #include "session/workspace.h"
 
 namespace velmora {
@@ -18,7 +18,7 @@ void ExportSettingsDialog::Save(std::string_view text) {
     Network& network = workspace_.Net;
     network.MaxFastPdo() = maxFast;
     network.DefaultFilePath().clear();
-    network.ExportExtension = ".cop";
+    SetExportExtension(network);
     maxFastText_ = DecimalText(maxFast);
 }
 

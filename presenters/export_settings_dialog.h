@@ -2,6 +2,8 @@
 
 // The logic of the export settings dialog ("Configurazione" in the "Opzioni" menu): one field,
 // "Numero max di PDO  fast", and the button "Salva".
+//
+// Run-time errors (RuntimeError) propagate to the caller, the command boundary.
 
 #include <string>
 #include <string_view>
@@ -17,8 +19,8 @@ inline constexpr std::string_view SaveButton = "Salva";
 
 class ExportSettingsDialog {
 public:
-    // Opening the dialog reads the export settings (ExportExtension becomes "cop") and marks
-    // the configuration modified.
+    // Opening the dialog reads the export settings (ReadExportSettings) and marks the
+    // configuration modified.
     explicit ExportSettingsDialog(Workspace& workspace);
 
     // MaxFastPdo as plain decimal text.
@@ -26,7 +28,8 @@ public:
 
     // "Salva": MaxFastPdo = the text's leading number (none gives 0) rounded half-even; a
     // value outside -32768..32767 is the Overflow error and nothing changes. Then, on
-    // purpose, DefaultFilePath is emptied, and ExportExtension becomes ".cop".
+    // purpose, DefaultFilePath is emptied, and the export extension is set again
+    // (SetExportExtension).
     void Save(std::string_view text);
 
 private:

@@ -4,7 +4,6 @@
 #include "interfaces/alert_dialog.h"
 #include "interfaces/help_viewer.h"
 #include "interfaces/user_dialogs.h"
-#include "model/numeric.h"
 #include "model/runtime_error.h"
 #include "model/text.h"
 #include "pdo/cob_id_entry.h"
@@ -22,15 +21,6 @@ std::string ComparableName(std::string_view name) {
 
 } // namespace
 
-std::string MappingNameFromText(std::string_view text) {
-    const std::size_t bracket = text.find(']');
-    if (bracket == std::string_view::npos) {
-        return std::string(text);
-    }
-    const std::string_view after = text.substr(bracket + 1);
-    return std::string(after.substr(CharOffset(after, 1)));
-}
-
 std::optional<std::string> ValidateMapping(const PdoSettings& workingCopy, MappingEditorMode mode,
                                            int mappingNumber, const MappingFields& fields) {
     if (fields.Length.empty()) {
@@ -42,13 +32,15 @@ std::optional<std::string> ValidateMapping(const PdoSettings& workingCopy, Mappi
     if (fields.Index.empty()) {
         return std::string(MappingEditorTexts::EmptyIndex);
     }
-    const std::string name = MappingNameFromText(fields.Name);
+    const std::string name = NameFromChooserText(fields.Name);
     const std::string wanted = ComparableName(name);
     // An edited mapping meets its own old name once, so it takes a second equal entry; its
     // own entry counts whatever the new name, so that a rename onto another name is caught.
+    // A cleared name is compared as the walk compares it, own entry included, so that it is
+    // reported as missing rather than as the empty entry past the last.
     const bool editing = mode == MappingEditorMode::Edit;
     const int duplicateAt = editing ? 2 : 1;
-    const int own = editing ? mappingNumber - 1 : -1;
+    const int own = editing && !name.empty() ? mappingNumber - 1 : -1;
     const int last = std::min<int>(workingCopy.MappingCount, kLastMapping);
     int equal = 0;
     for (int i = 0; i <= last; ++i) {
@@ -80,23 +72,15 @@ void StoreMapping(PdoSettings& workingCopy, int mappingNumber, PdoMapping record
     ++workingCopy.MappingCount;
 }
 
-std::string IndexInBase(std::string_view text, std::string_view fromBase) {
-    if (fromBase == "d") {
-        return HexText(ToInt32(RoundHalfEven(ReadNumber(text))));
-    }
-    // ReadHex saturates, so an absurdly long text still ends in the Overflow error.
-    return DecimalText(ToInt32(static_cast<double>(ReadHex(text))));
-}
-
 MappingEditor::MappingEditor(Workspace& workspace, AlertDialog& alerts, UserDialogs& dialogs,
                              HelpViewer& help, PdoSettings& workingCopy,
                              const std::string& edsName, std::string_view pdoDescription,
                              MappingEditorMode mode, int mappingNumber, CloseHandler onClose)
     : alerts_(alerts), dialogs_(dialogs), help_(help), workingCopy_(workingCopy), mode_(mode),
       mappingNumber_(mappingNumber), onClose_(std::move(onClose)) {
-    title_ = std::string(mode == MappingEditorMode::New ? MappingEditorTexts::TitleNew
-                                                        : MappingEditorTexts::TitleEdit) +
-             std::string(pdoDescription);
+    title_ = mode == MappingEditorMode::New
+                 ? std::string(MappingEditorTexts::TitleNew)
+                 : std::string(MappingEditorTexts::TitleEdit) + std::string(pdoDescription);
     if (mode == MappingEditorMode::Edit) {
         CheckIndex(mappingNumber, 1, kLastMapping + 1, "numero mappatura");
         const PdoMapping& entry = workingCopy_.MappingAt(mappingNumber - 1);
@@ -106,20 +90,12 @@ MappingEditor::MappingEditor(Workspace& workspace, AlertDialog& alerts, UserDial
     }
 
     items_.emplace_back(kChooseObjectItem);
-    try {
-        LoadEds(workspace.Eds, workspace.EdsDirectory(), edsName + ".eds");
-        for (ListedObject& object : BuildObjectList(workspace.Eds)) {
-            if (object.PdoMappable) {
-                items_.push_back(ObjectItemText(object));
-                objects_.push_back(std::move(object));
-            }
+    LoadEds(workspace.Eds, workspace.EdsDirectory(), edsName + ".eds");
+    for (ListedObject& object : BuildObjectList(workspace.Eds)) {
+        if (object.PdoMappable) {
+            items_.push_back(ObjectItemText(object));
+            objects_.push_back(std::move(object));
         }
-    } catch (const RuntimeError& error) {
-        objects_.clear();
-        items_.resize(1);
-        dialogs_.Inform(std::string(MappingEditorTexts::ErrorTitle),
-                        std::string(MappingEditorTexts::NoObjectList) + error.what() +
-                            std::string(MappingEditorTexts::NoObjectListEnd));
     }
 }
 
@@ -166,14 +142,7 @@ bool MappingEditor::TypeIndexKey(char32_t key) {
     if (!check.Alert) {
         return true;
     }
-    alertUp_ = check.Alert->DisablesEditor;
-    try {
-        alerts_.ShowAlert(*check.Alert);
-    } catch (...) {
-        alertUp_ = false;
-        throw;
-    }
-    alertUp_ = false;
+    ShowAlertDisabling(alerts_, *check.Alert, alertUp_);
     return false;
 }
 
@@ -181,9 +150,7 @@ void MappingEditor::ChooseBase(std::string_view base) {
     if (!open_ || base == base_ || (base != "h" && base != "d")) {
         return;
     }
-    if (!fields_.Index.empty()) { // an empty Index stays empty, for ValidateMapping to report
-        fields_.Index = IndexInBase(fields_.Index, base_);
-    }
+    fields_.Index = IndexInBase(fields_.Index, base_);
     base_ = std::string(base);
 }
 
@@ -200,7 +167,7 @@ bool MappingEditor::Save() {
         dialogs_.Inform(errorTitle, *error);
         return false;
     }
-    PdoMapping record{MappingNameFromText(fields_.Name), fields_.Index, fields_.SubIndex,
+    PdoMapping record{NameFromChooserText(fields_.Name), fields_.Index, fields_.SubIndex,
                       fields_.Length, kTrue};
     StoreMapping(workingCopy_, mappingNumber_, std::move(record), base_, mode_);
     Close(true);

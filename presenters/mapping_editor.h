@@ -8,6 +8,8 @@
 //
 // MappingEditor holds the dialog's state; the widget shows it and forwards the user's
 // actions. ValidateMapping and StoreMapping are its two rules as plain functions.
+//
+// Run-time errors (RuntimeError) propagate to the caller, the command boundary.
 
 #include "eds/object_list.h"
 #include "model/network.h"
@@ -27,7 +29,7 @@ class UserDialogs;
 class HelpViewer;
 
 namespace MappingEditorTexts {
-inline constexpr std::string_view TitleNew = "Aggiungi mappatura per ";
+inline constexpr std::string_view TitleNew = "Aggiungi mappatura per ...";
 inline constexpr std::string_view TitleEdit = "Modifica mappatura per ";
 inline constexpr std::string_view NameLabel = "Name";
 inline constexpr std::string_view IndexLabel = "Index";
@@ -46,9 +48,6 @@ inline constexpr std::string_view DuplicateName = "Nome variabile duplicato";
 inline constexpr std::string_view EmptyName = "Nome variabile non specificato";
 inline constexpr std::string_view TooManyMappings =
     "Impossibile aggiungere la mappatura: il pdo ne contiene già 11";
-// Followed by the reason and a closing text: the fields stay usable without the list.
-inline constexpr std::string_view NoObjectList = "Elenco parametri dell'EDS non disponibile (";
-inline constexpr std::string_view NoObjectListEnd = "): inserire i campi a mano";
 } // namespace MappingEditorTexts
 
 enum class MappingEditorMode {
@@ -66,21 +65,18 @@ struct MappingFields {
     bool operator==(const MappingFields&) const = default;
 };
 
-// The variable name a name text stands for: the text after the first "]" and the character
-// after it (a picked item "[6064 sub 0] position actual value" gives "position actual
-// value"); a text without "]" as it is.
-std::string MappingNameFromText(std::string_view text);
-
 // ValidateMapping: the first failure, in this order, as the text of its "Errore" message box;
 // nullopt when the fields may be stored. Lenght, Subindex, then Index of zero characters
-// (blanks are content); then the name (MappingNameFromText) compared, trimmed and
+// (blanks are content); then the name (NameFromChooserText) compared, trimmed and
 // upper-cased, with the Vcb of the working copy's entries 0 up to and including MappingCount
 // (the entry just past the last is looked at too): one equal entry is a duplicate for a new
 // mapping, two for an edited one, whose own entry (mappingNumber - 1) counts as meeting its
 // old name once, so renaming it to another entry's name is refused while keeping its name
 // passes; then an empty name. The duplicate test comes first on purpose, so a new mapping
 // with no name usually meets the empty entry past the last and reads "Nome variabile
-// duplicato". With all eleven entries in use the walk ends at entry 10.
+// duplicato"; for an edited mapping whose name was cleared the own entry counts only when
+// its old name is empty too, so it usually reads "Nome variabile non specificato". With all
+// eleven entries in use the walk ends at entry 10.
 std::optional<std::string> ValidateMapping(const PdoSettings& workingCopy, MappingEditorMode mode,
                                            int mappingNumber, const MappingFields& fields);
 
@@ -92,13 +88,8 @@ std::optional<std::string> ValidateMapping(const PdoSettings& workingCopy, Mappi
 void StoreMapping(PdoSettings& workingCopy, int mappingNumber, PdoMapping record,
                   std::string_view base, MappingEditorMode mode);
 
-// The Index field's text in the other base ("h" or "d"): the decimal digits of a hexadecimal
-// text, the upper-case hexadecimal digits of a decimal one. Values outside 32 bits are the
-// Overflow error.
-std::string IndexInBase(std::string_view text, std::string_view fromBase);
-
 // The Name field is always the name input: picking an object in the chooser fills it, and a
-// text holding "]" (a pasted item text) is cut after it as MappingNameFromText says.
+// text holding "]" (a pasted item text) is cut after it as NameFromChooserText says.
 class MappingEditor {
 public:
     // Told when the dialog closes: stored is true when a mapping was written into the
@@ -109,8 +100,8 @@ public:
     // without ".eds"). Edit mode shows entry mappingNumber - 1 (1..11, else the
     // SubscriptOutOfRange error); New mode starts empty with the number MappingCount + 1.
     // The object chooser lists the PDO-mappable objects of the EDS, loaded again into
-    // workspace.Eds; when the EDS cannot be read, an "Errore" message box says so, the
-    // chooser keeps only "Scegli un parametro" and the fields stay usable.
+    // workspace.Eds; an EDS that cannot be read is a run-time error, and the dialog does not
+    // open.
     MappingEditor(Workspace& workspace, AlertDialog& alerts, UserDialogs& dialogs,
                   HelpViewer& help, PdoSettings& workingCopy, const std::string& edsName,
                   std::string_view pdoDescription, MappingEditorMode mode, int mappingNumber,
@@ -119,7 +110,8 @@ public:
     MappingEditor(const MappingEditor&) = delete;
     MappingEditor& operator=(const MappingEditor&) = delete;
 
-    // "Aggiungi mappatura per " or "Modifica mappatura per " and the PDO's description.
+    // "Aggiungi mappatura per ..." as it stands, or "Modifica mappatura per " followed by the
+    // PDO's description.
     const std::string& Title() const { return title_; }
     MappingEditorMode Mode() const { return mode_; }
     // "Numero mappatura": the 1-based number of the entry being written.
@@ -159,7 +151,8 @@ public:
     bool TypeIndexKey(char32_t key);
 
     // The base selector: converts Index into the other base (IndexInBase; an empty Index
-    // stays empty) and remembers it. Choosing the current base changes nothing.
+    // reads as 0 and becomes "0") and remembers it. Choosing the current base changes
+    // nothing.
     void ChooseBase(std::string_view base);
 
     // "Salva mappatura", Enter in Name and the first toolbar button: a new mapping when the

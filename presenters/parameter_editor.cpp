@@ -29,15 +29,6 @@ bool PassesFirstCharacterHexTest(std::string_view text) {
     return (first >= '0' && first <= '9') || (first >= 'A' && first <= 'F');
 }
 
-std::string NameFromChooserText(std::string_view text) {
-    const std::size_t bracket = text.find(']');
-    if (bracket == std::string_view::npos) {
-        return std::string(text);
-    }
-    const std::string_view rest = text.substr(bracket + 1);
-    return std::string(rest.substr(CharOffset(rest, 1)));
-}
-
 ParameterEditor::ParameterEditor(Workspace& workspace, AlertDialog& alerts, UserDialogs& dialogs)
     : workspace_(workspace), alerts_(alerts), dialogs_(dialogs) {}
 
@@ -51,20 +42,14 @@ bool ParameterEditor::OpenParameterEditor(int nodeSlot, int parameterSlot, std::
         return false;
     }
     CheckIndex(parameterSlot, 0, kLastParameter, "parametro");
+    LoadEds(workspace_.Eds, workspace_.EdsDirectory(), node.EdsName + ".eds");
+    objects_ = BuildObjectList(workspace_.Eds);
 
     nodeSlot_ = nodeSlot;
     parameterSlot_ = parameterSlot;
     isNew_ = isNew;
     title_ = std::string(isNew ? ParameterEditorTexts::TitleNew : ParameterEditorTexts::TitleEdit);
     old_ = NodeParameter{};
-    objects_.clear();
-    try {
-        LoadEds(workspace_.Eds, workspace_.EdsDirectory(), node.EdsName + ".eds");
-        objects_ = BuildObjectList(workspace_.Eds);
-    } catch (const RuntimeError& error) {
-        objects_.clear();
-        dialogs_.ShowError(error.what());
-    }
     items_.assign(1, kChooseObjectItem);
     for (const ListedObject& object : objects_) {
         items_.push_back(ObjectItemText(object));
@@ -102,20 +87,13 @@ void ParameterEditor::PickObject(int item) {
 }
 
 void ParameterEditor::SetBase(std::string_view base) {
-    std::string newBase = fields_.Base;
-    std::string index = fields_.IndexText;
-    try {
-        if (base == "d") {
-            ToDecimalBase(newBase, index);
-        } else if (base == "h") {
-            ToHexBase(newBase, index);
-        }
-    } catch (const RuntimeError& error) {
-        dialogs_.ShowError(error.what());
+    const bool switches =
+        (base == "d" && fields_.Base == "h") || (base == "h" && fields_.Base == "d");
+    if (!switches) {
         return;
     }
-    fields_.Base = newBase;
-    fields_.IndexText = index;
+    fields_.IndexText = IndexInBase(fields_.IndexText, fields_.Base);
+    fields_.Base = std::string(base);
 }
 
 bool ParameterEditor::IndexKeyTyped(char32_t key) {
@@ -162,12 +140,7 @@ DialogResult ParameterEditor::SaveParameter() {
     }
     record.ObjectIndex = fields_.IndexText;
     if (fields_.Base == "d") {
-        try {
-            record.ObjectIndex = HexText(ToInt32(ReadNumber(fields_.IndexText)));
-        } catch (const RuntimeError& error) {
-            dialogs_.ShowError(error.what());
-            return {};
-        }
+        record.ObjectIndex = IndexInBase(fields_.IndexText, "d");
     }
     record.SubIndex = fields_.SubIndexText;
     record.ByteCount = fields_.NByteText;

@@ -5,6 +5,8 @@
 // node's EDS. The presenter holds the dialog's fields, its object chooser and the old record;
 // the widget copies the fields in and out and forwards the user's actions. Saving writes
 // straight into the node's Parameters.
+//
+// Run-time errors (RuntimeError) propagate to the caller, the command boundary.
 
 #include "eds/object_list.h"
 #include "interfaces/dialog_result.h"
@@ -55,25 +57,20 @@ struct ParameterCheck {
 // text decides ("1Z" passes, "Z1" fails); an empty text passes. Kept as the system has it.
 bool PassesFirstCharacterHexTest(std::string_view text);
 
-// The name a chooser text stands for: the text from the second character after its first
-// "]" ("[6060] modes of operation" gives "modes of operation"), else the whole text.
-std::string NameFromChooserText(std::string_view text);
-
 class ParameterEditor {
 public:
-    // dialogs shows the "Errore" message boxes and run-time errors; alerts the key filter's
-    // alerts (source "parametri").
+    // dialogs shows the "Errore" message boxes; alerts the key filter's alerts (source
+    // "parametri").
     ParameterEditor(Workspace& workspace, AlertDialog& alerts, UserDialogs& dialogs);
 
     // Opens the editor on parameter parameterSlot of the node in nodeSlot. Mode "new" adds a
     // parameter (the caller passes the node's next free entry, its ParameterCount); any other
     // mode edits, and the caller then hands the old record over with setOldData. Every field
     // starts empty in base "h" and the chooser shows "Scegli un parametro" followed by every
-    // object of the node's EDS (EdsName + ".eds", loaded again). An EDS that cannot be read
-    // is reported as a run-time error and leaves the chooser with its first item only; the
-    // typed fields stay usable. A new parameter on a node whose 101 entries are all taken is
-    // refused with a message and the result is false. A slot outside its bounds otherwise is
-    // the SubscriptOutOfRange error.
+    // object of the node's EDS (EdsName + ".eds", loaded again). A new parameter on a node
+    // whose 101 entries are all taken is refused with a message and the result is false. An
+    // EDS that cannot be read, or a slot outside its bounds otherwise, is a run-time error
+    // that leaves the editor as it was.
     bool OpenParameterEditor(int nodeSlot, int parameterSlot, std::string_view mode);
 
     // The record being edited, kept for the change test of SaveParameter; its texts fill the
@@ -93,9 +90,10 @@ public:
     // and empties Valore. An item outside the list is the SubscriptOutOfRange error.
     void PickObject(int item);
 
-    // The base selector: "d" shows Index in decimal, "h" in hexadecimal (nothing happens
-    // when the base is already the one chosen). An Index too large for the conversion is
-    // reported as a run-time error and the field and base stay as they were.
+    // The base selector: "d" shows Index in decimal, "h" in hexadecimal, converted as the
+    // mapping editor does (IndexInBase: "A000" is "40960"); nothing happens when the base is
+    // already the one chosen. An Index beyond 32 bits is the Overflow error, which leaves the
+    // field and the base as they were.
     void SetBase(std::string_view base);
 
     // Every character typed into Index, editing keys such as Backspace (8) included: true

@@ -1,17 +1,15 @@
 #include "presenters/paste_dialog.h"
 
 #include "interfaces/alert_dialog.h"
-#include "interfaces/user_dialogs.h"
 #include "model/network.h"
-#include "model/runtime_error.h"
 #include "pdo/node_paste.h"
 #include "presenters/add_node_dialog.h"
 #include "session/workspace.h"
 
 namespace velmora {
 
-PasteDialog::PasteDialog(Workspace& workspace, AlertDialog& alerts, UserDialogs& dialogs)
-    : workspace_(workspace), alerts_(alerts), dialogs_(dialogs) {}
+PasteDialog::PasteDialog(Workspace& workspace, AlertDialog& alerts)
+    : workspace_(workspace), alerts_(alerts) {}
 
 bool PasteDialog::Open(int copiedSlot) {
     numberText_.clear();
@@ -54,11 +52,10 @@ DialogResult PasteDialog::Ok() {
     PasteResult pasted;
     try {
         pasted = PasteNode(network, source, slot);
-    } catch (const RuntimeError& error) {
+    } catch (...) {
         network.NodeAt(slot) = backup;
         network.NodeCount = nodeCount;
-        dialogs_.ShowError(error.what());
-        return {};
+        throw;
     }
     if (!pasted.Pasted) {
         alerts_.ShowAlert(*pasted.Alert);

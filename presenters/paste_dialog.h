@@ -3,6 +3,8 @@
 // The logic of the paste dialog ("Incolla Nodo ..."), opened by "Incolla nodo" with the node
 // that "Copia nodo" remembered: it asks for the number of the new node and pastes a copy of
 // the remembered node there, with the default COB-IDs of its new slot (PasteNode).
+//
+// Run-time errors (RuntimeError) propagate to the caller, the command boundary.
 
 #include "interfaces/dialog_result.h"
 
@@ -13,7 +15,6 @@ namespace velmora {
 
 struct Workspace;
 class AlertDialog;
-class UserDialogs;
 
 namespace PasteTexts {
 inline constexpr std::string_view Title = "Incolla Nodo ...";
@@ -24,8 +25,8 @@ inline constexpr std::string_view AlertSource = "incollaWin";
 
 class PasteDialog {
 public:
-    // alerts shows the refusals and the COB-ID conflict; dialogs run-time errors.
-    PasteDialog(Workspace& workspace, AlertDialog& alerts, UserDialogs& dialogs);
+    // alerts shows the refusals and the COB-ID conflict.
+    PasteDialog(Workspace& workspace, AlertDialog& alerts);
 
     // Opens the dialog for the node remembered in copiedSlot, with an empty number field.
     // When copiedSlot holds no node (nothing was copied: any value outside 0..500, or the
@@ -41,7 +42,7 @@ public:
     // (source "incollaWin") and the dialog stays open. Otherwise the copy is pasted into
     // slot number - 1 and counted; when one of its new default COB-IDs is already in use the
     // conflict alert (source "mainWin") is shown, the slot is cleared again and the dialog
-    // closes without a new node. A run-time error is shown and leaves the network as it was.
+    // closes without a new node. A run-time error leaves the network as it was.
     DialogResult Ok();
 
 private:
@@ -49,7 +50,6 @@ private:
 
     Workspace& workspace_;
     AlertDialog& alerts_;
-    UserDialogs& dialogs_;
     int copiedSlot_ = -1;
     std::string prompt_;
     std::string numberText_;

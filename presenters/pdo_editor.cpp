@@ -469,21 +469,8 @@ bool PdoEditor::MappingItemSelected(int selectedItem) const {
     return treeShown_ && selectedItem >= 1 && selectedItem <= ShownMappingCount(working_);
 }
 
-bool PdoEditor::Alert(const AlertRequest& request) {
-    alertUp_ = request.DisablesEditor;
-    bool ticked = false;
-    try {
-        ticked = alerts_.ShowAlert(request);
-    } catch (...) {
-        alertUp_ = false;
-        throw;
-    }
-    alertUp_ = false;
-    return ticked;
-}
-
 bool PdoEditor::RefuseCobId(const CobIdCheck& check) {
-    const bool ticked = Alert(*check.Alert);
+    const bool ticked = ShowAlertDisabling(alerts_, *check.Alert, alertUp_);
     if (check.Verdict != CobIdVerdict::Conflict) {
         return false; // the field already shows the last accepted COB-ID again
     }
@@ -496,7 +483,7 @@ void PdoEditor::SelectMappingAlert(std::string_view secondLine) {
     request.Line1 = PdoEditorTexts::SelectMapping;
     request.Line2 = secondLine;
     request.DisablesEditor = true;
-    Alert(request);
+    ShowAlertDisabling(alerts_, request, alertUp_);
 }
 
 void PdoEditor::MappingListChanged() {

@@ -21,9 +21,7 @@
 // becomes the Lengths of the mappings summed in bits and rounded up to whole bytes (a Length
 // that is not a number counts as 0). Opening the editor leaves the stored Bytes as it is.
 //
-// Run-time errors (an index out of range, an EDS that vanished when "Non configurato"
-// reads the default mapping again, a COB-ID that overflows on a base switch) propagate to
-// the caller's command boundary; the network is not written before Save's last step.
+// Run-time errors (RuntimeError) propagate to the caller, the command boundary.
 
 #include "interfaces/alert_dialog.h"
 #include "model/network.h"
@@ -242,9 +240,6 @@ private:
     bool AcceptsInput() const { return open_ && Enabled(); }
     bool IsTx() const;
     bool MappingItemSelected(int selectedItem) const;
-    // Shows an alert, the editor disabled meanwhile when the request says so; returns
-    // whether "Inserisci comunque il Cob-Id" was ticked.
-    bool Alert(const AlertRequest& request);
     // Shows the alert of a failed COB-ID check; true when the duplicate is to be stored.
     bool RefuseCobId(const CobIdCheck& check);
     void SelectMappingAlert(std::string_view secondLine);

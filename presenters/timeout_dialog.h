@@ -3,6 +3,8 @@
 // The logic of the time-out dialog ("Par. di TimeOut su nodo N"), opened from a node's
 // time-out item in the network tree: it shows the node's repetitions and time per repetition
 // and stores what the user typed on "Ok". The widget copies the texts in and out.
+//
+// Run-time errors (RuntimeError) propagate to the caller, the command boundary.
 
 #include <cstdint>
 #include <string>

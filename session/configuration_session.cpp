@@ -34,7 +34,7 @@ void ConfigurationSession::ResetNetwork() {
 void ConfigurationSession::StartUp(SettingsStore& settings, const std::string& commandLine,
                                    const std::string& traceFile) {
     settings.Write("Generali", "Path", workspace_.AppDirectory);
-    workspace_.Net.ExportExtension = ".cop";
+    SetExportExtension(workspace_.Net);
     workspace_.EdsFiles = ListEdsFiles(workspace_.EdsDirectory());
     ResetNetwork();
 
@@ -59,6 +59,7 @@ void ConfigurationSession::StartUp(SettingsStore& settings, const std::string& c
         host_.EnableFileCommand();
     }
     workspace_.Modified = 0;
+    unsavedChanges_ = false;
     host_.RebuildTree();
 }
 
@@ -88,6 +89,7 @@ void ConfigurationSession::LoadAndShow(const std::string& directory, const std::
         host_.RebuildTree();
         throw;
     }
+    unsavedChanges_ = false;
     host_.RebuildTree();
 }
 
@@ -97,6 +99,7 @@ void ConfigurationSession::Save() {
     }
     if (workspace_.Net.Saved != 0) {
         SaveConfiguration(workspace_.Net, "", "");
+        unsavedChanges_ = false;
         ShowMark(" (salvato)");
         // Every plain Save of a named configuration rewrites the export file too.
         host_.ExportToController();
@@ -116,6 +119,7 @@ bool ConfigurationSession::SaveAs() {
     std::string name;
     SplitPath(*chosen, directory, name);
     SaveConfiguration(workspace_.Net, directory, name);
+    unsavedChanges_ = false;
     ShowMark(" (salvato)");
     // Read the file back, so that the network shown is the one on disk.
     LoadAndShow(directory, name);
@@ -139,9 +143,14 @@ void ConfigurationSession::Quit() {
 }
 
 void ConfigurationSession::MarkModified() {
-    workspace_.Modified = kTrue;
+    NoteModified();
     ShowMark(" (modificato)");
     host_.ChangeMarked();
+}
+
+void ConfigurationSession::NoteModified() {
+    workspace_.Modified = kTrue;
+    unsavedChanges_ = true;
 }
 
 void ConfigurationSession::ShowMark(const char* mark) {

@@ -39,9 +39,16 @@ public:
     // Asks to save unsaved changes (Yes runs Save); the program ends whatever happens.
     void Quit();
 
-    // The change mark: Modified = -1, the root shows " (modificato)", toolbar button 10 is
-    // usable again. Every command that changes the network calls it.
+    // The change mark: NoteModified, the root shows " (modificato)", toolbar button 10 is
+    // usable again. Every command that changes the network calls it, before the tree is
+    // rebuilt.
     void MarkModified();
+    // Modified = -1 without the mark: opening an editor from the tree.
+    void NoteModified();
+    // Whether Modified was set since the last start-up, load, save or save as (a load does
+    // not clear Modified, so Quit still asks). While it holds, every root caption says
+    // " (modificato)", also that of a configuration that has a file of its own.
+    bool HasUnsavedChanges() const { return unsavedChanges_; }
 
     // Empties the network as NewNetwork does and tells the main window.
     void ResetNetwork();
@@ -57,6 +64,7 @@ private:
     Workspace& workspace_;
     UserDialogs& dialogs_;
     ConfigurationHost& host_;
+    bool unsavedChanges_ = false;
 };
 
 // The "*.eds" files of folder (the extension in any case), sorted by name; empty when the

@@ -21,10 +21,6 @@ bool CheckChannels(Workspace& workspace, ChannelDialogState& dialog, ChannelDial
 
 } // namespace
 
-void ReadExportSettings(Network& network) {
-    network.ExportExtension = "cop";
-}
-
 ExportOutcome ExportToController(Workspace& workspace, ChannelDialogState& dialog) {
     ReadExportSettings(workspace.Net);
     ExportOutcome outcome;

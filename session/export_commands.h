@@ -23,11 +23,6 @@ inline constexpr std::string_view NoNameText = "Assegna un nome al file prima di
 inline constexpr std::string_view FinalFileName = "Dummy.$$$";
 } // namespace ExportTexts
 
-// Every reading of the export settings (by the export, the viewer command, "Test PDO" and
-// the settings dialog) sets ExportExtension to "cop", without its dot: the next new
-// configuration's DefaultFilePath then ends in "nonecop". Kept on purpose.
-void ReadExportSettings(Network& network);
-
 enum class ExportStatus {
     NoFileName, // ExportPath is empty: nothing happened; the caller shows ExportTexts::NoName*
     Refused,    // more fast PDOs than MaxFastPdo: nothing written

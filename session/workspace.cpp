@@ -12,7 +12,7 @@ std::string Workspace::EdsDirectory() const {
 
 void StartWorkspace(Workspace& workspace, const std::string& appDirectory) {
     workspace.AppDirectory = appDirectory;
-    workspace.Net.ExportExtension = ".cop";
+    SetExportExtension(workspace.Net);
     NewNetwork(workspace.Net, appDirectory);
 }
 

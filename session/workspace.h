@@ -40,7 +40,7 @@ struct Workspace {
 };
 
 // A fresh workspace as start-up leaves it: the application folder set, the export extension
-// ".cop", an empty network.
+// set (SetExportExtension), an empty network.
 void StartWorkspace(Workspace& workspace, const std::string& appDirectory);
 
 // Loads the configuration file directory + name into the network (LoadConfiguration, whose

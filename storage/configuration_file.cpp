@@ -1,6 +1,7 @@
 #include "storage/configuration_file.h"
 
 #include "model/network.h"
+#include "model/network_walk.h"
 #include "model/numeric.h"
 #include "model/paths.h"
 #include "model/runtime_error.h"
@@ -151,16 +152,10 @@ void WriteConfiguration(const Network& network, std::ostream& out) {
     WriteRecord(out, writer, mark);
     WriteRecord(out, writer, network.ExportSettings);
 
-    // The walk stops when NodeCount nodes are written; a NodeCount larger than the nodes in
-    // use runs it past slot 500, which NodeAt refuses.
-    int written = 0;
-    for (int slot = 0; written != network.NodeCount; ++slot) {
-        const Node& node = network.NodeAt(slot);
-        if (node.InUse != 0) {
-            ++written;
-            WriteRecord(out, writer, node);
-        }
-    }
+    // A NodeCount larger than the nodes in use runs the walk past slot 500, which NodeAt
+    // refuses.
+    ForEachNodeInUse(network, network.NodeCount,
+                     [&](int, const Node& node) { WriteRecord(out, writer, node); });
 }
 
 void ReadNodeRecord(RecordReader& reader, Node& node) {
@@ -214,7 +209,7 @@ std::string DeriveExportPath(const std::string& directory, const std::string& na
         throw RuntimeError(ErrorCode::InvalidArgument,
                            "nome di configurazione troppo corto: \"" + name + "\"");
     }
-    return directory + std::string(CharSlice(name, 0, length - 5)) + ".cop";
+    return directory + std::string(CharSlice(name, 0, length - 5)) + std::string(kExportExtension);
 }
 
 void SetConfigurationName(Network& network, const std::string& directory,

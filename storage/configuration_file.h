@@ -59,7 +59,8 @@ void LoadConfiguration(Network& network, const std::string& appDirectory, std::i
                        const std::string& directory, const std::string& name);
 
 // Directory = directory, FileName = name, ExportPath = directory + name without its last five
-// characters + ".cop". A name of fewer than five characters is the InvalidArgument error.
+// characters + kExportExtension, whatever ExportExtension holds. A name of fewer than five
+// characters is the InvalidArgument error.
 void SetConfigurationName(Network& network, const std::string& directory, const std::string& name);
 
 // The export path derived from a configuration's folder and file name, as above.

@@ -1,6 +1,7 @@
 #include "tree/network_tree.h"
 
 #include "model/network.h"
+#include "model/network_walk.h"
 #include "model/numeric.h"
 #include "model/runtime_error.h"
 #include "model/text.h"
@@ -185,7 +186,7 @@ void NetworkTree::LinkChildren() {
     }
 }
 
-TreeRebuildResult NetworkTree::RebuildNetworkTree(const Network& network) {
+TreeRebuildResult NetworkTree::RebuildNetworkTree(const Network& network, bool unsavedChanges) {
     Clear();
     const std::size_t nameChars = CharCount(network.FileName);
     if (nameChars < 4) {
@@ -198,88 +199,14 @@ TreeRebuildResult NetworkTree::RebuildNetworkTree(const Network& network) {
         StartCaption(root);
         // The last four characters go, so "demo.nodi" keeps its dot: "demo. (salvato)".
         text_ += CharSlice(network.FileName, 0, nameChars - 4);
-        text_ += network.Saved != 0 ? " (salvato)" : " (modificato)";
+        text_ += network.Saved != 0 && !unsavedChanges ? " (salvato)" : " (modificato)";
         EndItem(root);
 
-        int seen = 0;
-        for (int slot = 0; seen < network.NodeCount; ++slot) {
-            const Node& node = network.NodeAt(slot);
-            if (node.InUse == 0) {
-                continue;
-            }
-            ++seen;
-            const bool expanded = node.Expanded != 0 && collapseOnRebuild_ != 1;
-            const int item = BeginItem(TreeItemKind::Node, root, slot, -1, expanded);
-            AppendNumber(text_, slot);
-            text_ += '@';
-            text_ += node.EdsName;
-            StartCaption(item);
-            text_ += node.EdsName;
-            text_ += " (";
-            AppendNumber(text_, slot + 1);
-            text_ += ')';
-            EndItem(item);
-
-            const int timeout = BeginItem(TreeItemKind::Timeout, item, slot, -1, false);
-            text_ += kTimeoutKey;
-            text_ += '@';
-            AppendNumber(text_, slot);
-            StartCaption(timeout);
-            text_ += "CFG_TIMEOUT(";
-            AppendNumber(text_, node.repetitions);
-            text_ += ',';
-            AppendNumber(text_, node.repetitionTime);
-            text_ += ')';
-            EndItem(timeout);
-
-            // PDOs are found by direction alone, TX first; the walk ends at the table's end.
-            int p = 0;
-            for (const auto kind : {TreeItemKind::TxPdo, TreeItemKind::RxPdo}) {
-                const bool tx = kind == TreeItemKind::TxPdo;
-                const std::string_view direction = tx ? PdoDirection::Tx : PdoDirection::Rx;
-                for (; p <= kLastPdo && node.Pdos[p].Direction == direction; ++p) {
-                    const Pdo& pdo = node.Pdos[p];
-                    const int pdoItem = BeginItem(kind, item, slot, p, false);
-                    text_ += direction;
-                    AppendNumber(text_, tx ? p : p - node.TxPdoCount);
-                    text_ += '@';
-                    AppendNumber(text_, slot);
-                    StartCaption(pdoItem);
-                    text_ += kPdoCaptionMark;
-                    text_ += direction;
-                    AppendNumber(text_, pdo.PdoNumber + 1);
-                    text_ += " (";
-                    text_ += pdo.Settings.Mode;
-                    text_ += ')';
-                    EndItem(pdoItem);
-                }
-            }
-
-            const int folder = BeginItem(TreeItemKind::ParameterFolder, item, slot, -1,
-                                         node.ParameterFolderExpanded != 0);
-            AppendNumber(text_, slot);
-            text_ += '@';
-            text_ += node.EdsName;
-            text_ += kFolderKeySuffix;
-            StartCaption(folder);
-            text_ += kFolderCaption;
-            EndItem(folder);
-
-            for (int k = 0; k < node.ParameterCount; ++k) {
-                const NodeParameter& parameter = node.ParameterAt(k);
-                const int parameterItem =
-                    BeginItem(TreeItemKind::Parameter, folder, slot, k, false);
-                AppendNumber(text_, k);
-                text_ += '@';
-                AppendNumber(text_, slot);
-                StartCaption(parameterItem);
-                text_ += parameter.Name;
-                text_ += " (";
-                text_ += parameter.Value;
-                text_ += ')';
-                EndItem(parameterItem);
-            }
-        }
+        ForEachNodeInUse(network, network.NodeCount, [&](int slot, const Node& node) {
+            const int item = AddNodeItems(root, slot, node);
+            AddPdoItems(item, slot, node);
+            AddParameterItems(item, slot, node);
+        });
     } catch (...) {
         LinkChildren(); // the items added so far stay usable
         throw;
@@ -296,6 +223,79 @@ TreeRebuildResult NetworkTree::RebuildNetworkTree(const Network& network) {
     }
     collapseOnRebuild_ = 0;
     return result;
+}
+
+int NetworkTree::AddNodeItems(int root, int slot, const Node& node) {
+    const bool expanded = node.Expanded != 0 && collapseOnRebuild_ != 1;
+    const int item = BeginItem(TreeItemKind::Node, root, slot, -1, expanded);
+    AppendNumber(text_, slot);
+    text_ += '@';
+    text_ += node.EdsName;
+    StartCaption(item);
+    text_ += node.EdsName;
+    text_ += " (";
+    AppendNumber(text_, slot + 1);
+    text_ += ')';
+    EndItem(item);
+
+    const int timeout = BeginItem(TreeItemKind::Timeout, item, slot, -1, false);
+    text_ += kTimeoutKey;
+    text_ += '@';
+    AppendNumber(text_, slot);
+    StartCaption(timeout);
+    text_ += "CFG_TIMEOUT(";
+    AppendNumber(text_, node.repetitions);
+    text_ += ',';
+    AppendNumber(text_, node.repetitionTime);
+    text_ += ')';
+    EndItem(timeout);
+    return item;
+}
+
+void NetworkTree::AddPdoItems(int nodeItem, int slot, const Node& node) {
+    ForEachTxThenRxPdo(node, [&](int p, const Pdo& pdo) {
+        const bool tx = pdo.Direction == PdoDirection::Tx;
+        const int item =
+            BeginItem(tx ? TreeItemKind::TxPdo : TreeItemKind::RxPdo, nodeItem, slot, p, false);
+        text_ += pdo.Direction;
+        AppendNumber(text_, tx ? p : p - node.TxPdoCount);
+        text_ += '@';
+        AppendNumber(text_, slot);
+        StartCaption(item);
+        text_ += kPdoCaptionMark;
+        text_ += pdo.Direction;
+        AppendNumber(text_, pdo.PdoNumber + 1);
+        text_ += " (";
+        text_ += pdo.Settings.Mode;
+        text_ += ')';
+        EndItem(item);
+    });
+}
+
+void NetworkTree::AddParameterItems(int nodeItem, int slot, const Node& node) {
+    const int folder = BeginItem(TreeItemKind::ParameterFolder, nodeItem, slot, -1,
+                                 node.ParameterFolderExpanded != 0);
+    AppendNumber(text_, slot);
+    text_ += '@';
+    text_ += node.EdsName;
+    text_ += kFolderKeySuffix;
+    StartCaption(folder);
+    text_ += kFolderCaption;
+    EndItem(folder);
+
+    for (int k = 0; k < node.ParameterCount; ++k) {
+        const NodeParameter& parameter = node.ParameterAt(k);
+        const int item = BeginItem(TreeItemKind::Parameter, folder, slot, k, false);
+        AppendNumber(text_, k);
+        text_ += '@';
+        AppendNumber(text_, slot);
+        StartCaption(item);
+        text_ += parameter.Name;
+        text_ += " (";
+        text_ += parameter.Value;
+        text_ += ')';
+        EndItem(item);
+    }
 }
 
 void NetworkTree::OnItemExpanded(Network& network, int i, bool expanded) {
@@ -374,7 +374,7 @@ TreeActivation NetworkTree::ActivateItem(const Network& network, std::int16_t& m
         activation.Editor = TreeEditor::Timeout;
         activation.Target.Kind = TreeTargetKind::Timeout;
         activation.Target.Slot = SlotAfterAt(key);
-        activation.RebuildAfter = true;
+        activation.RebuildOnOpen = true;
     }
     modified = kTrue;
     return activation;

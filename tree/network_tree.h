@@ -22,6 +22,7 @@
 namespace velmora {
 
 struct Network;
+struct Node;
 
 enum class TreeItemKind { Root, Node, Timeout, TxPdo, RxPdo, ParameterFolder, Parameter };
 
@@ -71,26 +72,28 @@ enum class TreeEditor {
     Parameter,    // the parameter editor for Target's parameter
     NewParameter, // the parameter editor adding a parameter to Target's node
     Node,         // the edit-node command (also for the root: Target.Slot is then -1)
-    Timeout,      // the time-out dialog for Target's node, followed by a rebuild
+    Timeout,      // the time-out dialog for Target's node, with a rebuild as it opens
 };
 
 struct TreeActivation {
     TreeEditor Editor = TreeEditor::Node;
     TreeTarget Target;
-    bool RebuildAfter = false; // the time-out dialog is followed by RebuildNetworkTree
+    // The time-out dialog: RebuildNetworkTree runs as the dialog opens, while it is shown.
+    bool RebuildOnOpen = false;
 };
 
 class NetworkTree {
 public:
     // Rebuilds the whole tree from the network: the root (expanded) with the configuration
-    // caption, then the first NodeCount in-use slots in slot order. PDOs are walked by
-    // direction only: from entry 0 while "TX", then on while "RX" (a gap hides the later
-    // PDOs; the walk ends at the end of the table). When NodeCount is 0 the tree is cleared
-    // again and the node commands are disabled; otherwise the root is selected. Resets
-    // CollapseOnRebuild. A FileName shorter than four characters is the InvalidArgument
-    // error; a NodeCount above the in-use slots runs past slot 500: the SubscriptOutOfRange
-    // error, with the items added so far kept.
-    TreeRebuildResult RebuildNetworkTree(const Network& network);
+    // caption (FileName without its last four characters, then " (salvato)" when Saved is set
+    // and there are no unsavedChanges, " (modificato)" otherwise), then the first NodeCount
+    // in-use slots in slot order. PDOs are walked by direction only: from entry 0 while "TX",
+    // then on while "RX" (a gap hides the later PDOs; the walk ends at the end of the table).
+    // When NodeCount is 0 the tree is cleared again and the node commands are disabled;
+    // otherwise the root is selected. Resets CollapseOnRebuild. A FileName shorter than four
+    // characters is the InvalidArgument error; a NodeCount above the in-use slots runs past slot
+    // 500: the SubscriptOutOfRange error, with the items added so far kept.
+    TreeRebuildResult RebuildNetworkTree(const Network& network, bool unsavedChanges);
 
     // The one-shot flag (1 = set) the library insertion sets: the next rebuild shows every
     // node collapsed.
@@ -138,6 +141,11 @@ private:
         int childCount = 0;
     };
 
+    // The steps of a rebuild for one node: its item and time-out item (returns the node
+    // item), its PDO items, its "Parameter" folder and parameters.
+    int AddNodeItems(int root, int slot, const Node& node);
+    void AddPdoItems(int nodeItem, int slot, const Node& node);
+    void AddParameterItems(int nodeItem, int slot, const Node& node);
     int BeginItem(TreeItemKind kind, int parent, int slot, int index, bool expanded);
     void StartCaption(int item);
     void EndItem(int item);

@@ -30,7 +30,7 @@ int RunShow(const QStringList& args, Context& context) {
     LoadConfigurationFile(workspace, context.appDirectory,
                           parser.positionalArguments().first().toStdString());
     NetworkTree tree;
-    tree.RebuildNetworkTree(workspace.Net);
+    tree.RebuildNetworkTree(workspace.Net, false); // just loaded: nothing unsaved
     for (int i = 0; i < tree.Size(); ++i) {
         context.out << std::string(2 * static_cast<std::size_t>(tree.Item(i).Depth), ' ')
                     << tree.Key(i) << '\t' << tree.Caption(i) << '\n';

@@ -1,12 +1,10 @@
 #include "commands/main_commands.h"
-#include "interfaces/help_viewer.h"
-#include "interfaces/settings_store.h"
-#include "interfaces/text_viewer.h"
 #include "session/workspace.h"
 #include "support/app_fixture.h"
 #include "support/recording_help.h"
 #include "support/scripted_alerts.h"
 #include "support/scripted_dialogs.h"
+#include "support/window_fakes.h"
 
 #include <filesystem>
 
@@ -16,20 +14,12 @@ namespace velmora {
 namespace {
 
 using Kind = DialogRequest::Kind;
-
-struct RecordingViewer : TextViewer {
-    std::vector<std::string> opened;
-    void Open(const std::string& path) override { opened.push_back(path); }
-};
-
-struct NoSettings : SettingsStore {
-    void Write(const std::string&, const std::string&, const std::string&) override {}
-};
+namespace Pos = ToolbarPosition;
 
 class MainWindow : public ::testing::Test {
 protected:
     MainWindow() : main_(app_.Ws(), dialogs_, alerts_, viewer_, help_) {
-        NoSettings settings;
+        test::NoSettings settings;
         main_.StartUp(settings, "", app_.AppDir() + "/log.txt");
     }
 
@@ -45,42 +35,30 @@ protected:
         main_.RebuildTree();
     }
 
-    int ItemWithKey(std::string_view key) const {
-        for (int i = 0; i < main_.Tree().Size(); ++i) {
-            if (main_.Tree().Key(i) == key) {
-                return i;
-            }
-        }
-        ADD_FAILURE() << "no item " << key;
-        return -1;
-    }
+    int ItemWithKey(std::string_view key) const { return test::ItemWithKey(main_.Tree(), key); }
 
     test::AppFixture app_;
     test::ScriptedDialogs dialogs_;
     test::ScriptedAlerts alerts_;
-    RecordingViewer viewer_;
+    test::RecordingViewer viewer_;
     test::RecordingHelp help_;
     MainCommands main_;
 };
 
 TEST_F(MainWindow, ToolbarDispatchesByKeyNotByPosition) {
-    EXPECT_EQ(main_.ClickButton(5), DialogRequest{}); // "Stampa file di configurazione"
+    EXPECT_EQ(main_.ClickButton(Pos::PrintFile), DialogRequest{}); // key 5 runs nothing
     EXPECT_TRUE(dialogs_.shown.empty());
-    main_.ClickButton(7); // "Aggiungi nodo da LIB" has key 13: the library insertion
+    main_.ClickButton(Pos::AddNodeFromLibrary); // key 13: the library insertion
     ASSERT_EQ(dialogs_.shown.size(), 1u);
     EXPECT_EQ(dialogs_.shown[0].rfind("Inform: Libreria | ", 0), 0u);
-    EXPECT_EQ(main_.ClickButton(6).Dialog, Kind::AddNode);
-    EXPECT_EQ(main_.ClickButton(12).Dialog, Kind::None); // export without a name: message
+    EXPECT_EQ(main_.ClickButton(Pos::AddNodeFromEds).Dialog, Kind::AddNode);
+    EXPECT_EQ(main_.ClickButton(Pos::ExportToOrv).Dialog, Kind::None); // no name: a message
     EXPECT_EQ(dialogs_.shown.back(),
               "Inform: Nome file non definito | Assegna un nome al file prima di esportarlo");
-    EXPECT_EQ(CommandForKey(9), Command::CopyNode);
-    EXPECT_EQ(CommandForKey(10), Command::PasteNode);
-    EXPECT_EQ(MenuItemFor(Command::FileLoad)->Caption, "C&arica ");
 }
 
 TEST_F(MainWindow, NodeCommandsFollowTheNetworkAndTheSelection) {
-    EXPECT_FALSE(main_.IsEnabled(Command::ModifyNode));
-    EXPECT_FALSE(main_.IsButtonEnabled(10));
+    EXPECT_FALSE(main_.IsEnabled(Command::ModifyNode) || main_.IsButtonEnabled(Pos::SelectNode));
     EXPECT_FALSE(main_.IsEnabled(Command::FileSave)); // until New, Load or Save as
     main_.Execute(Command::FileNew);
     EXPECT_TRUE(main_.IsEnabled(Command::FileSave));
@@ -88,51 +66,38 @@ TEST_F(MainWindow, NodeCommandsFollowTheNetworkAndTheSelection) {
     TwoNodes();
     main_.SelectItem(ItemWithKey("4@drive"));
     EXPECT_EQ(main_.RemoveCaption(), "Rimuovi Nodo");
-    EXPECT_TRUE(main_.IsEnabled(Command::ModifyNode));
-    EXPECT_TRUE(main_.IsButtonEnabled(9));
-    EXPECT_TRUE(main_.IsButtonEnabled(10));
+    EXPECT_TRUE(main_.IsEnabled(Command::ModifyNode) && main_.IsButtonEnabled(Pos::RemoveNode) &&
+                main_.IsButtonEnabled(Pos::SelectNode));
     EXPECT_FALSE(main_.IsEnabled(Command::ConfigurePdo));
-    EXPECT_FALSE(main_.IsButtonEnabled(11)); // nothing copied yet
+    EXPECT_FALSE(main_.IsButtonEnabled(Pos::ReplicateNode)); // nothing copied yet
     EXPECT_NE(main_.InfoText().find("Nodo 5: drive"), std::string::npos);
 
-    main_.SelectItem(ItemWithKey("1@9"));
-    EXPECT_EQ(main_.RemoveCaption(), "Rimuovi parametro");
-    EXPECT_FALSE(main_.IsButtonEnabled(9));
-    EXPECT_FALSE(main_.IsButtonEnabled(10));
-    EXPECT_TRUE(main_.IsEnabled(Command::ModifyParameter));
-    EXPECT_EQ(app_.Ws().Net.SelectedParameter.Name, "p1");
-
     main_.SelectItem(ItemWithKey("TX1@4"));
-    EXPECT_TRUE(main_.IsEnabled(Command::ConfigurePdo));
     EXPECT_EQ(main_.Execute(Command::ConfigurePdo), (DialogRequest{Kind::PdoEditor, 4, 1}));
-    EXPECT_NE(main_.InfoText().find("pdo_TX2"), std::string::npos);
+
+    // A parameter: its own commands; removing it moves the later ones down and empties the
+    // entry they leave, where the export stops.
+    main_.SelectItem(ItemWithKey("0@9"));
+    EXPECT_EQ(main_.RemoveCaption(), "Rimuovi parametro");
+    EXPECT_FALSE(main_.IsButtonEnabled(Pos::RemoveNode) || main_.IsButtonEnabled(Pos::SelectNode));
+    EXPECT_EQ(app_.Ws().Net.SelectedParameter.Name, "p0");
+    main_.Execute(Command::Remove);
+    const Node& node = app_.Ws().Net.NodeAt(9);
+    EXPECT_EQ(node.ParameterCount, 2);
+    EXPECT_EQ(node.Parameters[0].Name + node.Parameters[1].Name, "p1p2");
+    EXPECT_EQ(node.Parameters[2], NodeParameter{});
+    EXPECT_EQ(main_.Tree().Caption(0), "Senza nome (modificato)");
 
     // Removing every node resets the commands as NewNetwork does.
     main_.SelectItem(ItemWithKey("4@drive"));
     main_.Execute(Command::Remove);
+    EXPECT_EQ(main_.NodeCountText(), "1");
     main_.SelectItem(ItemWithKey("9@drive"));
+    EXPECT_TRUE(main_.IsButtonEnabled(Pos::SelectNode));
     main_.Execute(Command::Remove);
     EXPECT_EQ(main_.Tree().Size(), 0);
     EXPECT_FALSE(main_.IsEnabled(Command::ModifyNode));
-}
-
-TEST_F(MainWindow, RemovingAParameterMovesTheLaterOnesDown) {
-    TwoNodes();
-    main_.SelectItem(ItemWithKey("0@9"));
-    main_.Execute(Command::Remove);
-    const Node& node = app_.Ws().Net.NodeAt(9);
-    EXPECT_EQ(node.ParameterCount, 2);
-    EXPECT_EQ(node.Parameters[0].Name, "p1");
-    EXPECT_EQ(node.Parameters[1].Name, "p2");
-    EXPECT_EQ(node.Parameters[2], NodeParameter{}); // the export stops here
-    EXPECT_EQ(app_.Ws().Modified, kTrue);
-    EXPECT_EQ(main_.Tree().Caption(0), "Senza nome (modificato)");
-
-    main_.SelectItem(ItemWithKey("4@drive"));
-    main_.Execute(Command::Remove);
-    EXPECT_EQ(app_.Ws().Net.NodeAt(4).InUse, 0);
-    EXPECT_EQ(app_.Ws().Net.NodeCount, 1);
-    EXPECT_EQ(main_.NodeCountText(), "1");
+    EXPECT_FALSE(main_.IsButtonEnabled(Pos::SelectNode)); // marked, then rebuilt
 }
 
 TEST_F(MainWindow, DoubleClickOpensTheItemsEditorOrExplainsWhatToDo) {
@@ -142,7 +107,6 @@ TEST_F(MainWindow, DoubleClickOpensTheItemsEditorOrExplainsWhatToDo) {
               (DialogRequest{Kind::ParameterEditor, 9, 2}));
     EXPECT_EQ(main_.ActivateItem(ItemWithKey("9@drive@Can_netParameter")),
               (DialogRequest{Kind::NewParameter, 9}));
-    EXPECT_EQ(main_.ActivateItem(ItemWithKey("PARTIMEOUT@4")), (DialogRequest{Kind::Timeout, 4}));
     EXPECT_EQ(main_.ActivateItem(ItemWithKey("4@drive")), (DialogRequest{Kind::ModifyNode, 4}));
     EXPECT_EQ(app_.Ws().Modified, kTrue);
     EXPECT_TRUE(alerts_.shown.empty());
@@ -150,16 +114,24 @@ TEST_F(MainWindow, DoubleClickOpensTheItemsEditorOrExplainsWhatToDo) {
     EXPECT_EQ(main_.ActivateItem(0), DialogRequest{});  // the root has no node
     EXPECT_EQ(main_.ActivateItem(-1), DialogRequest{}); // nothing selected
     ASSERT_EQ(alerts_.shown.size(), 2u);
-    EXPECT_EQ(alerts_.shown[0].Source, "MainWin");
-    EXPECT_EQ(alerts_.shown[0].Line1,
-              "Selezionare un elemento dalla treeView e scegliere un azione ");
-    EXPECT_EQ(alerts_.shown[0].Line2, "oppure fare doppio click sull'elemento desiderato");
+    EXPECT_EQ(alerts_.shown[0],
+              BlockingAlert("MainWin",
+                            "Selezionare un elemento dalla treeView e scegliere un azione ",
+                            "oppure fare doppio click sull'elemento desiderato"));
     EXPECT_TRUE(main_.WindowEnabled());
 
-    // The time-out dialog is followed by a rebuild, without a modified mark.
+    // The time-out dialog: the tree is rebuilt as it opens; storing the values and closing it
+    // neither rebuild the tree nor mark the configuration modified.
     app_.Ws().Net.NodeAt(4).repetitions = 3;
+    EXPECT_EQ(main_.ActivateItem(ItemWithKey("PARTIMEOUT@4")), (DialogRequest{Kind::Timeout, 4}));
+    EXPECT_EQ(main_.Tree().Caption(ItemWithKey("PARTIMEOUT@4")), "CFG_TIMEOUT(3,0)");
+    app_.Ws().Modified = 0;
+    const std::string root(main_.Tree().Caption(0));
+    app_.Ws().Net.NodeAt(4).repetitions = 7;
     main_.DialogClosed({Kind::Timeout, 4}, true);
     EXPECT_EQ(main_.Tree().Caption(ItemWithKey("PARTIMEOUT@4")), "CFG_TIMEOUT(3,0)");
+    EXPECT_EQ(main_.Tree().Caption(0), root);
+    EXPECT_EQ(app_.Ws().Modified, 0);
 }
 
 TEST_F(MainWindow, CopyMarksTheConfigurationAndEnablesPaste) {
@@ -173,12 +145,12 @@ TEST_F(MainWindow, CopyMarksTheConfigurationAndEnablesPaste) {
     main_.Execute(Command::CopyNode);
     EXPECT_EQ(main_.CopiedSlot(), 4);
     EXPECT_EQ(app_.Ws().Modified, kTrue);
-    EXPECT_TRUE(main_.IsButtonEnabled(11));
-    EXPECT_EQ(main_.ClickButton(11), (DialogRequest{Kind::PasteNode, 4}));
+    EXPECT_TRUE(main_.IsButtonEnabled(Pos::ReplicateNode));
+    EXPECT_EQ(main_.ClickButton(Pos::ReplicateNode), (DialogRequest{Kind::PasteNode, 4}));
 
     main_.Execute(Command::Remove); // the copied node goes: nothing left to paste
     main_.SelectItem(ItemWithKey("9@drive"));
-    EXPECT_FALSE(main_.IsButtonEnabled(11));
+    EXPECT_FALSE(main_.IsButtonEnabled(Pos::ReplicateNode));
 }
 
 TEST_F(MainWindow, AddingAnEdsCopiesItIntoTheEdsFolder) {
@@ -205,18 +177,25 @@ TEST_F(MainWindow, SavingANamedConfigurationExportsAndShowsTheChannelDialog) {
     EXPECT_EQ(app_.Ws().ChannelDialog.Message, "Salvataggio file ORV  OK");
     EXPECT_EQ(main_.Tree().Caption(0), "linea (salvato)");
 
+    // A change keeps the file's name, but every caption says modified until the next save
+    // or load: the mark's, then the rebuild's that follows it, and any later rebuild's.
+    main_.SelectItem(ItemWithKey("0@9"));
+    main_.Execute(Command::Remove);
+    EXPECT_EQ(app_.Ws().Net.Saved, kTrue);
+    EXPECT_EQ(main_.Tree().Caption(0), "linea. (modificato)");
+    main_.RebuildTree();
+    EXPECT_EQ(main_.Tree().Caption(0), "linea. (modificato)");
+    dialogs_.fileAnswers = {folder + "linea.nodi"};
+    main_.Execute(Command::FileLoad);
+    EXPECT_EQ(main_.Tree().Caption(0), "linea. (salvato)");
+    EXPECT_EQ(app_.Ws().Net.NodeAt(9).ParameterCount, 3);
+
     // A run-time error stops the command and is shown; the program goes on.
     std::filesystem::remove(folder + "linea.nodi");
     std::filesystem::create_directory(folder + "linea.nodi");
     EXPECT_EQ(main_.Execute(Command::FileSave), DialogRequest{});
     ASSERT_FALSE(dialogs_.shown.empty());
     EXPECT_EQ(dialogs_.shown.back().rfind("Error: ", 0), 0u);
-}
-
-TEST_F(MainWindow, HelpOpensTheMainPages) {
-    main_.Execute(Command::HelpContents);
-    main_.HelpKey();
-    EXPECT_EQ(help_.pages, (std::vector<std::string>{"main.htm", "mainfrm.htm"}));
 }
 
 } // namespace

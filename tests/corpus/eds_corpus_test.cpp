@@ -36,7 +36,7 @@ TEST(EdsCorpus, EveryFileBuildsANodeOrStopsAtALimit) {
     Workspace workspace;
     // The corpus folder is the EDS folder of an application folder above it.
     workspace.AppDirectory = corpus;
-    workspace.Net.ExportExtension = ".cop";
+    SetExportExtension(workspace.Net);
     NewNetwork(workspace.Net, workspace.AppDirectory);
     int slot = 0;
     for (const std::string& name : names) {
@@ -57,7 +57,7 @@ TEST(EdsCorpus, EveryFileBuildsANodeOrStopsAtALimit) {
     SaveConfiguration(workspace.Net, dir.Folder(), "corpus.nodi");
     Workspace loaded;
     loaded.AppDirectory = corpus;
-    loaded.Net.ExportExtension = ".cop";
+    SetExportExtension(loaded.Net);
     LoadIntoWorkspace(loaded, dir.Folder(), "corpus.nodi");
     EXPECT_EQ(loaded.Net.NodeCount, slot);
     for (int s = 0; s < slot; ++s) {

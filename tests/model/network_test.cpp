@@ -53,7 +53,7 @@ TEST(Network, ClearNodeResetsListedFieldsAndLeavesTheLastEntries) {
 
 TEST(Network, NewNetworkEmptiesAllButSlot500AndKeepsOtherExportSettings) {
     Network network;
-    network.ExportExtension = ".cop";
+    SetExportExtension(network);
     Scribble(network.NodeAt(0));
     Scribble(network.NodeAt(kLastSlot));
     network.ExportSettings.RxPdoCount = 9;

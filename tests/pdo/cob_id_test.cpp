@@ -42,9 +42,10 @@ TEST(CobId, FindCobIdWalk) {
     // The walk stops after NodeCount nodes in use: a count of 1 never reaches slot 7.
     network.NodeCount = 1;
     EXPECT_EQ(FindCobId(network, "188").Found, 0);
-    // A count larger than the nodes in use runs past slot 500.
+    // A count larger than the nodes in use runs past slot 500, unless a match ends it first.
     network.NodeCount = 3;
     EXPECT_THROW(FindCobId(network, "nothing"), RuntimeError);
+    EXPECT_EQ(FindCobId(network, "188").NodeSlot, 7);
 }
 
 class CobIdEntry : public ::testing::Test {
@@ -144,10 +145,11 @@ TEST_F(CobIdEntry, ConflictOffersInsertAnyway) {
     EXPECT_FALSE(CloseCobIdConflict(state_, "281", false));
     EXPECT_EQ(state_.FieldText, "185");
 
-    // Ticking it stores the duplicate through a save whose own check passes.
+    // Ticking it stores the duplicate through a save whose own check passes; the field keeps
+    // its base.
     Check("d", "641"); // 0x281
     EXPECT_TRUE(CloseCobIdConflict(state_, "281", true));
-    EXPECT_EQ(state_.FieldText, "281");
+    EXPECT_EQ(state_.FieldText, "641");
     EXPECT_TRUE(CheckCobIdEntry(network_, state_).Passed());
     EXPECT_TRUE(state_.Armed);
 

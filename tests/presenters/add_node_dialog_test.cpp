@@ -1,3 +1,4 @@
+#include "model/runtime_error.h"
 #include "model/transmission_mode.h"
 #include "presenters/add_node_dialog.h"
 #include "support/app_fixture.h"
@@ -59,20 +60,19 @@ TEST_F(AddNodeDialogTest, AddsANodeOrRefusesWithAnAlert) {
     EXPECT_EQ(net.NodeCount, 2);
 }
 
-TEST_F(AddNodeDialogTest, AnEdsThatCannotBeReadChangesNothing) {
+TEST_F(AddNodeDialogTest, AnEdsThatCannotBeReadPassesItsErrorAndChangesNothing) {
     app.AddDrive(4);
     app.WriteEds("io.eds", kIoEds);
     std::filesystem::remove(app.AppDir() + "/eds/io.eds"); // still listed
     const Network before = net;
     dialog.Open("");
     dialog.SelectProduct(1);
-    EXPECT_EQ(OkWith("6"), DialogResult{});
+    EXPECT_THROW(OkWith("6"), RuntimeError);
     dialog.Open("mod", 4);
     dialog.SelectProduct(1);
-    EXPECT_EQ(OkWith("6"), DialogResult{}); // rebuilt in another slot
-    EXPECT_EQ(OkWith("5"), DialogResult{}); // rebuilt in place, after ClearNode
-    ASSERT_EQ(dialogs.shown.size(), 3u);
-    EXPECT_EQ(dialogs.shown[2].rfind("Error: Impossibile trovare il file", 0), 0u);
+    EXPECT_THROW(OkWith("6"), RuntimeError); // rebuilt in another slot
+    EXPECT_THROW(OkWith("5"), RuntimeError); // rebuilt in place, after ClearNode
+    EXPECT_TRUE(dialogs.shown.empty());
     EXPECT_TRUE(net == before);
 }
 

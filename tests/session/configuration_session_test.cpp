@@ -79,8 +79,8 @@ protected:
         node.EdsName = "drive";
         node.PdoAt(0).OwnerSlot = static_cast<std::int16_t>(slot);
         ++workspace_.Net.NodeCount;
-        host_.RebuildTree();
         session_.MarkModified();
+        host_.RebuildTree();
     }
 
     test::TempDir app_;
@@ -127,8 +127,9 @@ TEST_F(Session, StartWithAProjectWhoseConfigurationDoesNotExistYet) {
 
     // The first Save after a change writes straight there, then exports.
     AddNode(4);
-    EXPECT_EQ(host_.rootCaption, "demo (modificato)");
+    EXPECT_TRUE(session_.HasUnsavedChanges());
     session_.Save();
+    EXPECT_FALSE(session_.HasUnsavedChanges());
     EXPECT_TRUE(dialogs_.shown.empty());
     EXPECT_EQ(ReadFileBytes(project_.File("demo.nodi")).size(), 3 * kConfigurationRecordLength);
     EXPECT_EQ(host_.rootCaption, "demo (salvato)");
@@ -239,8 +240,12 @@ TEST_F(Session, LoadReplacesTheNetworkAndNewEmptiesIt) {
     EXPECT_EQ(workspace_.Net.FileName, "Senza nome.eds");
     EXPECT_TRUE(host_.fileCommandEnabled);
 
+    // Loading drops the changes made since; Modified stays, so Quit still asks.
+    AddNode(2);
     dialogs_.fileAnswers = {project_.Folder() + "a.nodi"};
     session_.Load();
+    EXPECT_FALSE(session_.HasUnsavedChanges());
+    EXPECT_EQ(workspace_.Modified, kTrue);
     EXPECT_EQ(workspace_.Net.NodeAt(7).EdsName, "drive");
     EXPECT_EQ(workspace_.Net.ExportPath, project_.Folder() + "a.cop");
     EXPECT_TRUE(host_.treeHasItems);

@@ -1,5 +1,4 @@
 #include "export/channel_analysis.h"
-#include "interfaces/text_viewer.h"
 #include "model/runtime_error.h"
 #include "presenters/export_settings_dialog.h"
 #include "presenters/timeout_dialog.h"
@@ -7,17 +6,12 @@
 #include "session/workspace.h"
 #include "support/network_builder.h"
 #include "support/temp_dir.h"
+#include "support/window_fakes.h"
 
 #include <gtest/gtest.h>
 
 namespace velmora {
 namespace {
-
-class RecordingViewer : public TextViewer {
-public:
-    std::vector<std::string> opened;
-    void Open(const std::string& path) override { opened.push_back(path); }
-};
 
 // Two fast TX PDOs in slot 0, exported to dir/linea.cop.
 Workspace ExportWorkspace(const test::TempDir& dir) {
@@ -70,7 +64,7 @@ TEST(ExportCommands, FinalFileAndSettingsDialog) {
     test::TempDir dir;
     Workspace workspace = ExportWorkspace(dir);
     workspace.Net.MaxFastPdo() = 0; // no channel check on this path
-    RecordingViewer viewer;
+    test::RecordingViewer viewer;
     EXPECT_TRUE(ShowFinalFile(workspace, viewer).Complete);
     EXPECT_EQ(viewer.opened, std::vector<std::string>{dir.Path() + "/Dummy.$$$"});
     EXPECT_TRUE(test::ReadFileBytes(viewer.opened[0]).starts_with("NODO,1\r\n"));

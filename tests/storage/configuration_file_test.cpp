@@ -20,7 +20,7 @@ constexpr std::size_t kRecord = kConfigurationRecordLength;
 // A workspace in the state start-up leaves it in.
 void StartEmpty(Workspace& workspace) {
     workspace.AppDirectory = "/opt/velmora";
-    workspace.Net.ExportExtension = ".cop";
+    SetExportExtension(workspace.Net);
     NewNetwork(workspace.Net, workspace.AppDirectory);
 }
 

@@ -45,7 +45,7 @@ const char* const kDriveEds =
 
 AppFixture::AppFixture() {
     workspace_.AppDirectory = dir_.Path();
-    workspace_.Net.ExportExtension = ".cop";
+    SetExportExtension(workspace_.Net);
     NewNetwork(workspace_.Net, workspace_.AppDirectory);
     std::filesystem::create_directory(dir_.File("eds"));
 }

@@ -16,7 +16,7 @@ namespace velmora::test {
 // A new, empty network as start-up makes it.
 inline Network EmptyNetwork(std::string_view appDirectory = "/app") {
     Network network;
-    network.ExportExtension = ".cop";
+    SetExportExtension(network);
     NewNetwork(network, appDirectory);
     return network;
 }

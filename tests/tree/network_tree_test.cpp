@@ -42,7 +42,7 @@ protected:
 };
 
 TEST_F(NetworkTreeTest, RebuildItemsKeysAndCaptions) {
-    const TreeRebuildResult result = tree.RebuildNetworkTree(network);
+    const TreeRebuildResult result = tree.RebuildNetworkTree(network, false);
     EXPECT_EQ(Render(tree), "master\tdemo. (salvato) +\n"
                             "  0@drive.eds\tdrive.eds (1) +\n"
                             "    PARTIMEOUT@0\tCFG_TIMEOUT(3,100)\n"
@@ -63,12 +63,14 @@ TEST_F(NetworkTreeTest, RebuildItemsKeysAndCaptions) {
     EXPECT_EQ(tree.Item(8).Row, 1);
     EXPECT_THROW(tree.Child(2, 0), RuntimeError);
 
+    tree.RebuildNetworkTree(network, true); // a file of its own, but unsaved changes
+    EXPECT_EQ(tree.Caption(0), "demo. (modificato)");
     network.Saved = 0;
     network.FileName = "àbçd";
-    tree.RebuildNetworkTree(network);
+    tree.RebuildNetworkTree(network, false);
     EXPECT_EQ(tree.Caption(0), " (modificato)"); // four characters, not bytes
     network.FileName = "àbç";
-    EXPECT_THROW(tree.RebuildNetworkTree(network), RuntimeError);
+    EXPECT_THROW(tree.RebuildNetworkTree(network, false), RuntimeError);
 }
 
 TEST_F(NetworkTreeTest, RebuildWalksAndFlags) {
@@ -76,25 +78,25 @@ TEST_F(NetworkTreeTest, RebuildWalksAndFlags) {
     network.NodeAt(0).PdoAt(1).Direction = "NOTYPE";
     network.NodeCount = 1;
     tree.SetCollapseOnRebuild(1);
-    tree.RebuildNetworkTree(network);
+    tree.RebuildNetworkTree(network, false);
     EXPECT_EQ(tree.Size(), 7);
     EXPECT_FALSE(tree.Item(1).Expanded); // collapsed once...
-    tree.RebuildNetworkTree(network);
+    tree.RebuildNetworkTree(network, false);
     EXPECT_TRUE(tree.Item(1).Expanded); // ...then the stored flag again
 
     network.NodeCount = 3; // more than in use: the walk passes slot 500
-    EXPECT_THROW(tree.RebuildNetworkTree(network), RuntimeError);
+    EXPECT_THROW(tree.RebuildNetworkTree(network, false), RuntimeError);
     EXPECT_EQ(tree.Size(), 10); // the items added before the error stay
 
     network = test::EmptyNetwork(); // no nodes: cleared again, node commands disabled
-    const TreeRebuildResult empty = tree.RebuildNetworkTree(network);
+    const TreeRebuildResult empty = tree.RebuildNetworkTree(network, false);
     EXPECT_EQ(tree.Size(), 0);
     EXPECT_TRUE(empty.DisableNodeCommands);
     EXPECT_EQ(empty.SelectedItem, -1);
 }
 
 TEST_F(NetworkTreeTest, ExpandSelectAndActivate) {
-    tree.RebuildNetworkTree(network);
+    tree.RebuildNetworkTree(network, false);
 
     tree.OnItemExpanded(network, 1, false); // node item of slot 0
     tree.OnItemExpanded(network, 6, true);  // its "Parameter" folder
@@ -105,12 +107,12 @@ TEST_F(NetworkTreeTest, ExpandSelectAndActivate) {
     // What each item opens is pinned by the main window's tests; here what they leave out.
     EXPECT_EQ(tree.SelectItem(network, 2).Target.Kind, TreeTargetKind::Timeout);
     EXPECT_EQ(tree.SelectItem(network, 6).Target.Kind, TreeTargetKind::ParameterFolder);
-    EXPECT_EQ(tree.ActivateItem(network, modified, 0).Target.Slot, -1); // the root: edit node
-    EXPECT_TRUE(tree.ActivateItem(network, modified, 10).RebuildAfter); // the time-out of slot 7
+    EXPECT_EQ(tree.ActivateItem(network, modified, 0).Target.Slot, -1);  // the root: edit node
+    EXPECT_TRUE(tree.ActivateItem(network, modified, 10).RebuildOnOpen); // the time-out of slot 7
 
     // A node whose EDS name contains "pdo_" falls under the PDO rule and does not parse.
     network.NodeAt(7).EdsName = "pdo_io.eds";
-    tree.RebuildNetworkTree(network);
+    tree.RebuildNetworkTree(network, false);
     EXPECT_THROW(tree.ActivateItem(network, modified, 9), RuntimeError);
 }
 
