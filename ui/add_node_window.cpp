@@ -70,10 +70,9 @@ void AddNodeWindow::Refresh() {
 }
 
 void AddNodeWindow::Ok() {
-    DialogResult result;
-    RunShowingErrors(dialogs_, [&] { result = presenter_.Ok(); });
-    if (result.Closes) {
-        changed_ = result.NetworkChanged;
+    const auto result = Attempt(dialogs_, [&] { return presenter_.Ok(); });
+    if (result && result->Closes) {
+        changed_ = result->NetworkChanged;
         accept();
         return;
     }

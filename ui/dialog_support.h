@@ -7,6 +7,7 @@
 #include "model/runtime_error.h"
 
 #include <string_view>
+#include <optional>
 #include <utility>
 
 #include <QString>
@@ -29,6 +30,12 @@ inline QString WithAccessKey(std::string_view text) { return "&" + ToQt(text); }
 // Returns whether the action ran to its end.
 template <typename Action> bool RunShowingErrors(UserDialogs& dialogs, Action&& action);
 
+// Runs action and returns its value; a RuntimeError it raises is shown with ShowError and
+// gives nullopt. Use it rather than assigning to a variable inside RunShowingErrors: a call
+// that throws may already have written into the variable it was assigned to.
+template <typename Action>
+auto Attempt(UserDialogs& dialogs, Action&& action) -> std::optional<decltype(action())>;
+
 // Every push button under root stops being a default button: Enter presses none of them.
 void ClearAutoDefault(QWidget* root);
 
@@ -46,6 +53,16 @@ template <typename Action> bool RunShowingErrors(UserDialogs& dialogs, Action&& 
     } catch (const RuntimeError& error) {
         ShowRuntimeError(dialogs, error);
         return false;
+    }
+}
+
+template <typename Action>
+auto Attempt(UserDialogs& dialogs, Action&& action) -> std::optional<decltype(action())> {
+    try {
+        return std::forward<Action>(action)();
+    } catch (const RuntimeError& error) {
+        ShowRuntimeError(dialogs, error);
+        return std::nullopt;
     }
 }
 

@@ -130,10 +130,10 @@ template <typename Action> void ParameterWindow::Forward(Action&& action) {
 }
 
 void ParameterWindow::Save() {
-    DialogResult result;
-    Forward([&] { result = presenter_.SaveParameter(); });
-    if (result.Closes) {
-        changed_ = result.NetworkChanged;
+    const auto result = Attempt(dialogs_, [&] { return presenter_.SaveParameter(); });
+    Refresh();
+    if (result && result->Closes) {
+        changed_ = result->NetworkChanged;
         accept();
     }
 }

@@ -43,10 +43,9 @@ PasteWindow::PasteWindow(PasteDialog& presenter, UserDialogs& dialogs, QWidget* 
 }
 
 void PasteWindow::Ok() {
-    DialogResult result;
-    RunShowingErrors(dialogs_, [&] { result = presenter_.Ok(); });
-    if (result.Closes) {
-        changed_ = result.NetworkChanged;
+    const auto result = Attempt(dialogs_, [&] { return presenter_.Ok(); });
+    if (result && result->Closes) {
+        changed_ = result->NetworkChanged;
         accept();
         return;
     }

@@ -300,9 +300,11 @@ void PdoWindow::RunCommand(PdoCommand command) {
     const int item = SelectedMappingItem();
     Forward([&] {
         switch (command) {
-        case PdoCommand::Save:
-            saveResult_ = presenter_.Save();
+        case PdoCommand::Save: {
+            const PdoSaveResult saved = presenter_.Save();
+            saveResult_ = saved;
             break;
+        }
         case PdoCommand::Cancel:
             presenter_.Cancel();
             break;

@@ -74,7 +74,7 @@ bool WindowDialogs::OpenDialog(const DialogRequest& request, QWidget* parent) {
         return window.NetworkChanged();
     }
     case Kind::PasteNode: {
-        PasteDialog presenter(workspace_, alerts_, dialogs_);
+        PasteDialog presenter(workspace_, alerts_);
         if (!presenter.Open(request.Slot)) {
             return false;
         }

@@ -122,6 +122,8 @@ TEST_F(EditorDialogs, TheMappingEditorAddsAMappingToTheTree) {
             EXPECT_FALSE(dialog.isEnabled());
             // Decimal base: a letter is refused with the alert.
             QTest::mouseClick(Find<QRadioButton>(*mapping, "decimal"), Qt::LeftButton);
+            // The switch turned the empty Index into "0"; the user types over it.
+            Find<QLineEdit>(*mapping, "index")->selectAll();
             QTest::keyClicks(Find<QLineEdit>(*mapping, "index"), "2467a6");
             EXPECT_EQ(Find<QLineEdit>(*mapping, "index")->text(), "24676");
             EXPECT_EQ(alerts_.shown.back().Line1, "Inserire un valore decimale corretto");
