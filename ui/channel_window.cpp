@@ -131,9 +131,8 @@ void ChannelWindow::ShowOverParent() {
 }
 
 void ChannelWindow::ChooseBitRate(int item) {
-    RunShowingErrors(dialogs_, [&] {
-        RecomputeTime(bitRate_->itemText(item).toInt(), counters_, state_);
-    });
+    RunShowingErrors(dialogs_,
+                     [&] { RecomputeTime(bitRate_->itemText(item).toInt(), counters_, state_); });
     Refresh();
 }
 

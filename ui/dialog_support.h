@@ -6,8 +6,8 @@
 
 #include "model/runtime_error.h"
 
-#include <string_view>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include <QString>
@@ -24,7 +24,9 @@ inline QString ToQt(std::string_view text) {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 // A label's caption with an access key on its first letter: "&" + text.
-inline QString WithAccessKey(std::string_view text) { return "&" + ToQt(text); }
+inline QString WithAccessKey(std::string_view text) {
+    return "&" + ToQt(text);
+}
 
 // Runs action; a RuntimeError it raises is shown with ShowError and the dialog goes on.
 // Returns whether the action ran to its end.

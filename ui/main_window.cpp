@@ -289,9 +289,9 @@ void MainWindow::ShowCommandState() {
     const QString name = network.FileName.empty() ? tr("senza nome") : Q(network.FileName);
     setWindowTitle("Velmora - " + name + (workspace_.Modified != 0 ? "*" : ""));
     status_->setText(network.Saved == 0 ? tr("Configurazione non ancora salvata")
-                                              : tr("Configurazione: %1   Esportazione: %2")
-                                                    .arg(Q(network.Directory + network.FileName),
-                                                         Q(network.ExportPath)));
+                                        : tr("Configurazione: %1   Esportazione: %2")
+                                              .arg(Q(network.Directory + network.FileName),
+                                                   Q(network.ExportPath)));
 }
 
 void MainWindow::OnCurrentChanged(const QModelIndex& current) {

@@ -28,8 +28,7 @@ void ShowText(QLineEdit* field, const std::string& text) {
 }
 } // namespace
 
-ParameterWindow::ParameterWindow(ParameterEditor& presenter, UserDialogs& dialogs,
-                                 QWidget* parent)
+ParameterWindow::ParameterWindow(ParameterEditor& presenter, UserDialogs& dialogs, QWidget* parent)
     : QDialog(parent), presenter_(presenter), dialogs_(dialogs) {
     setObjectName("parameterWindow");
     setWindowTitle(QString::fromStdString(presenter_.Title()));
@@ -39,8 +38,8 @@ ParameterWindow::ParameterWindow(ParameterEditor& presenter, UserDialogs& dialog
     QAction* saveAction = toolBar->addAction(style()->standardIcon(QStyle::SP_DialogSaveButton),
                                              ToQt(ParameterEditorTexts::SaveButton).remove('&'));
     saveAction->setObjectName("saveParameterButton");
-    QAction* closeAction = toolBar->addAction(
-        style()->standardIcon(QStyle::SP_DialogCloseButton), tr("Chiudi"));
+    QAction* closeAction =
+        toolBar->addAction(style()->standardIcon(QStyle::SP_DialogCloseButton), tr("Chiudi"));
     closeAction->setObjectName("closeButton");
 
     objects_ = new QComboBox(this);
@@ -98,9 +97,8 @@ ParameterWindow::ParameterWindow(ParameterEditor& presenter, UserDialogs& dialog
     ClearAutoDefault(this);
     connect(objects_, &QComboBox::activated, this,
             [this](int item) { Forward([&] { presenter_.PickObject(item); }); });
-    connect(objects_->lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) {
-        presenter_.Fields().ComboText = text.toStdString();
-    });
+    connect(objects_->lineEdit(), &QLineEdit::textEdited, this,
+            [this](const QString& text) { presenter_.Fields().ComboText = text.toStdString(); });
     const std::pair<QLineEdit*, std::string ParameterFields::*> texts[] = {
         {index_, &ParameterFields::IndexText},
         {subIndex_, &ParameterFields::SubIndexText},
@@ -108,10 +106,9 @@ ParameterWindow::ParameterWindow(ParameterEditor& presenter, UserDialogs& dialog
         {value_, &ParameterFields::ValueText},
     };
     for (const auto& [field, member] : texts) {
-        connect(field, &QLineEdit::textEdited, this,
-                [this, member](const QString& text) {
-                    presenter_.Fields().*member = text.toStdString();
-                });
+        connect(field, &QLineEdit::textEdited, this, [this, member](const QString& text) {
+            presenter_.Fields().*member = text.toStdString();
+        });
     }
     connect(value_, &QLineEdit::returnPressed, this, &ParameterWindow::Save);
     connect(decimal_, &QRadioButton::clicked, this,

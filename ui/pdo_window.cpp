@@ -27,8 +27,8 @@ namespace {
 constexpr PdoCommand kCommands[] = {PdoCommand::Save,          PdoCommand::Cancel,
                                     PdoCommand::ClearMappings, PdoCommand::AddMapping,
                                     PdoCommand::RemoveMapping, PdoCommand::ModifyMapping};
-constexpr const char* kCommandNames[] = {"savePdo",       "cancelPdo",     "clearMappings",
-                                         "addMapping",    "removeMapping", "modifyMapping"};
+constexpr const char* kCommandNames[] = {"savePdo",    "cancelPdo",     "clearMappings",
+                                         "addMapping", "removeMapping", "modifyMapping"};
 constexpr const char* kSwitchNames[] = {"cobIdSwitch", "commSwitch", "inhibitSwitch",
                                         "eventSwitch", "rtrSwitch"};
 
@@ -41,8 +41,9 @@ void ShowField(QLineEdit* field, const std::string& text, bool enabled) {
     }
     field->setEnabled(enabled);
     QPalette palette = field->palette();
-    palette.setColor(QPalette::Base, enabled ? QColor(Qt::white)
-                                             : palette.color(QPalette::Disabled, QPalette::Window));
+    palette.setColor(QPalette::Base, enabled
+                                         ? QColor(Qt::white)
+                                         : palette.color(QPalette::Disabled, QPalette::Window));
     field->setPalette(palette);
 }
 
@@ -67,8 +68,9 @@ PdoWindow::PdoWindow(PdoEditor& presenter, UserDialogs& dialogs, QWidget* parent
     toolBar->setObjectName("pdoToolbar");
     toolBar->setToolButtonStyle(Qt::ToolButtonIconOnly);
     const QStyle::StandardPixmap icons[] = {
-        QStyle::SP_DialogSaveButton, QStyle::SP_DialogCancelButton, QStyle::SP_DialogResetButton,
-        QStyle::SP_FileDialogNewFolder, QStyle::SP_TrashIcon, QStyle::SP_FileDialogDetailedView};
+        QStyle::SP_DialogSaveButton,  QStyle::SP_DialogCancelButton,
+        QStyle::SP_DialogResetButton, QStyle::SP_FileDialogNewFolder,
+        QStyle::SP_TrashIcon,         QStyle::SP_FileDialogDetailedView};
     for (std::size_t i = 0; i < std::size(kCommands); ++i) {
         const PdoCommand command = kCommands[i];
         const PdoCommandText text = TextOf(command);
@@ -173,10 +175,9 @@ PdoWindow::PdoWindow(PdoEditor& presenter, UserDialogs& dialogs, QWidget* parent
     layout->addWidget(pdoHeader);
     layout->addWidget(productHeader);
     layout->addLayout(body);
-    QWidget* const order[] = {mode_,        switches_[0], cobId_,   hexBase_,
-                                    decBase_,     bytes_,       switches_[1], comm_,
-                                    switches_[2], inhibit_,     switches_[3], event_,
-                                    switches_[4], tree_};
+    QWidget* const order[] = {mode_,        switches_[0], cobId_,       hexBase_,     decBase_,
+                              bytes_,       switches_[1], comm_,        switches_[2], inhibit_,
+                              switches_[3], event_,       switches_[4], tree_};
     for (std::size_t i = 1; i < std::size(order); ++i) {
         setTabOrder(order[i - 1], order[i]);
     }

@@ -7,9 +7,9 @@
 
 #include "presenters/pdo_editor.h"
 
-#include <QDialog>
-
 #include <array>
+
+#include <QDialog>
 
 class QAction;
 class QCheckBox;

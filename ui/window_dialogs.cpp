@@ -130,8 +130,8 @@ ChannelWindow* WindowDialogs::Channels() const {
 
 void WindowDialogs::ShowChannels(QWidget* parent) {
     if (channels_ == nullptr) {
-        channels_ = new ChannelWindow(workspace_.ChannelDialog, workspace_.Channels, dialogs_,
-                                      parent);
+        channels_ =
+            new ChannelWindow(workspace_.ChannelDialog, workspace_.Channels, dialogs_, parent);
     }
     channels_->ShowOverParent();
 }

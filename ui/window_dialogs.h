@@ -5,9 +5,9 @@
 
 #include "dialog_launcher.h"
 
-#include <QPointer>
-
 #include <string>
+
+#include <QPointer>
 
 namespace velmora {
 

@@ -11,13 +11,13 @@
 #include "ui/qt_viewers.h"
 #include "ui/window_dialogs.h"
 
+#include <cstdio>
+
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
-
-#include <cstdio>
 
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);

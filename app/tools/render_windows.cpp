@@ -16,14 +16,14 @@
 #include "ui/qt_user_dialogs.h"
 #include "ui/qt_viewers.h"
 
+#include <iostream>
+
 #include <QApplication>
 #include <QDir>
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QTranslator>
 #include <QTreeView>
-
-#include <iostream>
 
 namespace {
 

@@ -13,13 +13,12 @@
 #include "ui/qt_user_dialogs.h"
 #include "ui/qt_viewers.h"
 
+#include <memory>
+
 #include <QApplication>
 #include <QScrollBar>
 #include <QTreeView>
-
 #include <benchmark/benchmark.h>
-
-#include <memory>
 
 namespace {
 

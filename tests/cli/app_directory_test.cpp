@@ -2,7 +2,6 @@
 
 #include <QCoreApplication>
 #include <QDir>
-
 #include <gtest/gtest.h>
 
 namespace velmora {

@@ -10,15 +10,16 @@
 #include "support/scripted_dialogs.h"
 #include "ui/window_dialogs.h"
 
+#include <functional>
+#include <memory>
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
 #include <QTest>
 #include <QTimer>
-#include <functional>
 #include <gtest/gtest.h>
-#include <memory>
 
 namespace velmora::test {
 

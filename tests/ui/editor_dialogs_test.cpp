@@ -182,7 +182,8 @@ TEST_F(EditorDialogs, ParameterValidationKeepsTheEditorOpen) {
         Type(dialog, "nByte", "");
         Click(dialog, "saveParameter");
         ASSERT_EQ(dialogs_.shown.size(), 1u);
-        EXPECT_EQ(dialogs_.shown[0], "Inform: Errore | Impossibile salvare con campo Lenght vuoto");
+        EXPECT_EQ(dialogs_.shown[0],
+                  "Inform: Errore | Impossibile salvare con campo Lenght vuoto");
         EXPECT_TRUE(dialog.isVisible());
 
         QTest::mouseClick(Find<QRadioButton>(dialog, "decimal"), Qt::LeftButton);

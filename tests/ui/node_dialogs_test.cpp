@@ -2,9 +2,10 @@
 
 #include "dialog_harness.h"
 
+#include <filesystem>
+
 #include <QLabel>
 #include <QListWidget>
-#include <filesystem>
 
 namespace velmora::test {
 namespace {
@@ -23,8 +24,9 @@ protected:
                           list->visualItemRect(items[0]).center());
     }
     std::string LastAlert() const {
-        return alerts_.shown.empty() ? "" : alerts_.shown.back().Line1 + "|" +
-                                                alerts_.shown.back().Line2;
+        return alerts_.shown.empty()
+                   ? ""
+                   : alerts_.shown.back().Line1 + "|" + alerts_.shown.back().Line2;
     }
 };
 

@@ -1,7 +1,6 @@
 // The time-out, export settings and channel dialogs, driven through their widgets.
 
 #include "dialog_harness.h"
-
 #include "export/node_timeouts.h"
 #include "session/export_commands.h"
 #include "ui/channel_window.h"
@@ -100,9 +99,7 @@ protected:
         EXPECT_NE(window, nullptr);
         return window;
     }
-    QLabel* Label(QWidget* window, const char* name) {
-        return window->findChild<QLabel*>(name);
-    }
+    QLabel* Label(QWidget* window, const char* name) { return window->findChild<QLabel*>(name); }
     // One configured node with a fast TX PDO of 4 bytes.
     void OneFastPdo() {
         Node& node = app_.AddDrive(4);
