@@ -5,6 +5,7 @@
 #include "model/paths.h"
 #include "model/runtime_error.h"
 #include "model/text.h"
+#include "storage/node_fields.h"
 #include "storage/record_io.h"
 
 #include <filesystem>
@@ -15,82 +16,51 @@ namespace velmora {
 
 namespace {
 
-// One definition of the field order for both directions: Io is RecordWriter with a const
-// Node, or RecordReader with a mutable one.
-template <typename Io, typename NodeRef> void VisitNode(Io& io, NodeRef& node) {
-    io.Field(node.EdsName);
-    io.Field(node.TxPdoCount);
-    io.Field(node.RxPdoCount);
-    io.Field(node.ParameterCount);
-    io.Field(node.Configured);
-    io.Field(node.Expanded);
-    io.Field(node.ParameterFolderExpanded);
-    io.Field(node.InUse);
-    for (auto& pdo : node.Pdos) {
-        io.Field(pdo.DefaultCobId);
-        io.Field(pdo.Used);
-        io.Field(pdo.Note);
-        io.Field(pdo.Direction);
-        io.Field(pdo.OwnerSlot);
-        io.Field(pdo.PdoNumber);
-        io.Field(pdo.Block.CobId);
-        io.Field(pdo.Block.Comm);
-        io.Field(pdo.Block.Inhibit);
-        io.Field(pdo.Block.Event);
-        io.Field(pdo.Block.NoMapping);
-        auto& settings = pdo.Settings;
-        io.Field(settings.CobId);
-        io.Field(settings.EventTime);
-        io.Field(settings.InhibitTime);
-        io.Field(settings.Comm);
-        io.Field(settings.Mode);
-        io.Field(settings.Bytes);
-        io.Field(settings.Pcfg);
-        io.Field(settings.MappingCount);
-        for (auto& mapping : settings.Mappings) {
-            io.Field(mapping.Vcb);
-            io.Field(mapping.ObjectIndex);
-            io.Field(mapping.SubIndex);
-            io.Field(mapping.Length);
-            io.Field(mapping.Used);
-        }
-    }
-    for (auto& parameter : node.Parameters) {
-        io.Field(parameter.Name);
-        io.Field(parameter.ObjectIndex);
-        io.Field(parameter.SubIndex);
-        io.Field(parameter.ByteCount);
-        io.Field(parameter.Value);
-        io.Field(parameter.Used);
-    }
-    io.Field(node.Reserved);
-    io.Field(node.repetitions);
-    io.Field(node.repetitionTime);
-}
-
-// Walks a record's fields with the reader's bounds checks but stores nothing.
-struct RecordValidator {
-    RecordReader& reader;
-    template <typename Value> void Field(const Value& value) { reader.Skip(value); }
+// The record bytes of each field, for RecordWriter (with a const Node) and RecordReader alike.
+template <typename Io> struct RecordFields : FieldsOnly {
+    Io& io;
+    template <typename Value> void Field(std::string_view, Value& value) { io.Field(value); }
 };
 
-// The slot a node record belongs to: the OwnerSlot of its PDO 0, checked against 0..500.
-// The record must have passed the validator.
-int OwnerSlotOf(std::string_view record) {
-    RecordReader reader(record);
-    std::string text;
-    std::int16_t word = 0;
-    reader.Field(text); // EdsName
-    for (int i = 0; i < 7; ++i) {
-        reader.Field(word);
+// Walks a record's fields with the reader's bounds checks and keeps only the slot the record
+// belongs to: the OwnerSlot of its PDO 0, which is the first field of that name.
+class RecordValidator : public FieldsOnly {
+public:
+    explicit RecordValidator(RecordReader& reader) : reader_(reader) {}
+
+    void Field(std::string_view, const std::string& text) { reader_.Skip(text); }
+    void Field(std::string_view, std::int32_t number) { reader_.Skip(number); }
+    void Field(std::string_view name, std::int16_t word) {
+        if (slotSeen_) {
+            reader_.Skip(word);
+            return;
+        }
+        reader_.Field(word);
+        if (name == "OwnerSlot") {
+            slot_ = word;
+            slotSeen_ = true;
+        }
     }
-    reader.Field(text); // DefaultCobId
-    reader.Field(word); // Used
-    reader.Field(text); // Note
-    reader.Field(text); // Direction
-    reader.Field(word); // OwnerSlot
-    CheckIndex(word, 0, kLastSlot, "Slot del record");
-    return word;
+
+    // The OwnerSlot of PDO 0, checked against 0..500.
+    int OwnerSlot() const {
+        CheckIndex(slot_, 0, kLastSlot, "Slot del record");
+        return slot_;
+    }
+
+private:
+    RecordReader& reader_;
+    std::int16_t slot_ = -1;
+    bool slotSeen_ = false;
+};
+
+// Checks a whole record: every field within its bytes, the OwnerSlot within 0..500.
+int ValidateNodeRecord(std::string_view record) {
+    static const Node shape;
+    RecordReader reader(record);
+    RecordValidator validator(reader);
+    VisitNodeFields(validator, shape);
+    return validator.OwnerSlot();
 }
 
 void WriteRecord(std::ostream& out, RecordWriter& writer, const Node& node) {
@@ -139,7 +109,8 @@ bool HasFormatMark(const Node& record) {
 } // namespace
 
 void WriteNodeRecord(RecordWriter& writer, const Node& node) {
-    VisitNode(writer, node);
+    RecordFields<RecordWriter> fields{{}, writer};
+    VisitNodeFields(fields, node);
 }
 
 void WriteConfiguration(const Network& network, std::ostream& out) {
@@ -164,7 +135,8 @@ void WriteConfiguration(const Network& network, std::ostream& out) {
 }
 
 void ReadNodeRecord(RecordReader& reader, Node& node) {
-    VisitNode(reader, node);
+    RecordFields<RecordReader> fields{{}, reader};
+    VisitNodeFields(fields, node);
 }
 
 void SaveConfiguration(Network& network, const std::string& directory, const std::string& name) {
@@ -255,14 +227,11 @@ void LoadConfiguration(Network& network, const std::string& appDirectory, std::i
 
     // Each record is checked whole before it replaces its slot, so a bad record leaves the
     // slot as it was; reading straight into the slot avoids copying a whole node.
-    static const Node shape;
     int nodesRead = 0;
     while (ReadRecord(in, record)) {
-        RecordReader validation(record);
-        RecordValidator validator{validation};
-        VisitNode(validator, shape);
+        const int slot = ValidateNodeRecord(record);
         RecordReader reader(record);
-        ReadNodeRecord(reader, network.NodeAt(OwnerSlotOf(record)));
+        ReadNodeRecord(reader, network.NodeAt(slot));
         if (nodesRead == INT16_MAX) {
             throw RuntimeError(ErrorCode::Overflow, path + ": troppi record");
         }
