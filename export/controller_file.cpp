@@ -2,7 +2,6 @@
 
 #include "model/cp1252.h"
 #include "model/network.h"
-#include "model/paths.h"
 #include "model/runtime_error.h"
 #include "model/text.h"
 #include "model/transmission_mode.h"
@@ -11,7 +10,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
-#include <fstream>
 #include <ostream>
 #include <string_view>
 
@@ -159,8 +157,17 @@ void WriteNode(LineWriter& w, const Node& node, int slot) {
     }
 }
 
-std::string WriteFailure(const std::string& what) {
-    return RuntimeError::Describe(ErrorCode::PathFileAccess) + std::string(": ") + what;
+// The nodes in use, in slot order, until NodeCount of them are written; a NodeCount larger
+// than the nodes in use runs the walk past slot 500, which NodeAt refuses.
+void WriteNodes(const Network& network, LineWriter& w) {
+    int written = 0;
+    for (int slot = 0; written != network.NodeCount; ++slot) {
+        const Node& node = network.NodeAt(slot);
+        if (node.InUse != 0) {
+            ++written;
+            WriteNode(w, node, slot);
+        }
+    }
 }
 
 } // namespace
@@ -171,40 +178,36 @@ ControllerFileResult WriteControllerFile(const Network& network, std::ostream& o
     errno = 0;
     try {
         try {
-            int written = 0;
-            for (int slot = 0; written != network.NodeCount; ++slot) {
-                const Node& node = network.NodeAt(slot);
-                if (node.InUse != 0) {
-                    ++written;
-                    WriteNode(w, node, slot);
-                }
-            }
+            WriteNodes(network, w);
         } catch (const RuntimeError& error) {
             result = {false, error.what()};
         }
         w.Flush();
     } catch (const StreamFailed& failure) {
-        result = {false, WriteFailure(failure.code != 0 ? std::strerror(failure.code)
-                                                        : "scrittura interrotta")};
+        const char* reason =
+            failure.code != 0 ? std::strerror(failure.code) : "scrittura interrotta";
+        result = {false, RuntimeError::Describe(ErrorCode::PathFileAccess) + std::string(": ") +
+                             reason};
     }
     return result;
 }
 
 ControllerFileResult WriteControllerFile(const Network& network, const std::string& prefix,
-                                         const std::string& fileName) {
-    const std::string path = prefix + fileName;
-    errno = 0;
-    std::ofstream file(ToFsPath(path), std::ios::binary | std::ios::trunc);
-    if (!file) {
-        const int code = errno;
-        return {false, WriteFailure(code != 0 ? std::strerror(code) : "apertura non riuscita")};
+                                         const std::string& fileName, const FileWriter& files) {
+    try {
+        files.Replace(prefix + fileName, [&](std::ostream& out) {
+            LineWriter w(out);
+            try {
+                WriteNodes(network, w);
+                w.Flush();
+            } catch (const StreamFailed&) {
+                throw RuntimeError(ErrorCode::PathFileAccess, "scrittura del file non riuscita");
+            }
+        });
+    } catch (const RuntimeError& error) {
+        return {false, error.what()};
     }
-    ControllerFileResult result = WriteControllerFile(network, file);
-    file.close();
-    if (!file && result.Complete) {
-        result = {false, WriteFailure("chiusura non riuscita")};
-    }
-    return result;
+    return {};
 }
 
 } // namespace velmora
