@@ -186,8 +186,8 @@ ControllerFileResult WriteControllerFile(const Network& network, std::ostream& o
     } catch (const StreamFailed& failure) {
         const char* reason =
             failure.code != 0 ? std::strerror(failure.code) : "scrittura interrotta";
-        result = {false, RuntimeError::Describe(ErrorCode::PathFileAccess) + std::string(": ") +
-                             reason};
+        result = {false,
+                  RuntimeError::Describe(ErrorCode::PathFileAccess) + std::string(": ") + reason};
     }
     return result;
 }

@@ -5,15 +5,15 @@
 
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <ostream>
 #include <random>
 #include <streambuf>
+#include <sys/stat.h>
 #include <system_error>
 #include <vector>
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #ifdef _WIN32
 #include <io.h>
 #include <share.h>
@@ -269,14 +269,16 @@ void FileWriter::Replace(const std::string& path,
              WithSystemReason("scrittura del file non riuscita", buffer.Error()));
     }
     if (SyncFile(file.Descriptor()) != 0) {
-        fail(ErrorCode::PathFileAccess, WithSystemReason("scrittura su disco non riuscita", errno));
+        fail(ErrorCode::PathFileAccess,
+             WithSystemReason("scrittura su disco non riuscita", errno));
     }
     if (!file.Close()) {
         fail(ErrorCode::PathFileAccess, WithSystemReason("chiusura del file non riuscita", errno));
     }
     fs::rename(file.Path(), target, error);
     if (error) {
-        fail(ErrorCode::PathFileAccess, "sostituzione del file non riuscita (" + error.message() + ")");
+        fail(ErrorCode::PathFileAccess,
+             "sostituzione del file non riuscita (" + error.message() + ")");
     }
     file.Keep();
 }

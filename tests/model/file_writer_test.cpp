@@ -90,7 +90,8 @@ TEST(FileWriter, AFailureLeavesTheTargetAsItWasAndNoNewFile) {
     EXPECT_EQ(dir.Names(), std::vector<std::string>{"a.nodi"});
 
     // Without a file before, none is left after.
-    const std::string message = failure(FileWriter::FullAfter(0), dir.File("b.nodi"), sixBytes).second;
+    const std::string message =
+        failure(FileWriter::FullAfter(0), dir.File("b.nodi"), sixBytes).second;
     EXPECT_TRUE(message.ends_with(": il file non è stato creato")) << message;
     // A folder that does not exist, and a folder in the target's place.
     const std::string missing = dir.File("manca/a.nodi");
