@@ -81,13 +81,7 @@ void ConfigurationSession::Load() {
 }
 
 void ConfigurationSession::LoadAndShow(const std::string& directory, const std::string& name) {
-    try {
-        LoadIntoWorkspace(workspace_, directory, name);
-    } catch (const RuntimeError&) {
-        // The tree shows what the failed load left in the network.
-        host_.RebuildTree();
-        throw;
-    }
+    LoadIntoWorkspace(workspace_, directory, name);
     host_.RebuildTree();
 }
 

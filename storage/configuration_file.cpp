@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <fstream>
 #include <system_error>
+#include <vector>
 
 namespace velmora {
 
@@ -54,13 +55,24 @@ private:
     bool slotSeen_ = false;
 };
 
-// Checks a whole record: every field within its bytes, the OwnerSlot within 0..500.
-int ValidateNodeRecord(std::string_view record) {
+// A run-time error of record r of path, named so in the message.
+[[noreturn]] void BadRecord(const std::string& path, int r, const RuntimeError& error) {
+    throw RuntimeError(error.Code(),
+                       path + ", record " + std::to_string(r) + ": " + error.Detail());
+}
+
+// Checks that every field of record r lies within its bytes, and returns the OwnerSlot of its
+// PDO 0 checked against 0..500 when the record holds a node.
+int ValidateRecord(const std::string& path, int r, std::string_view record, bool node) {
     static const Node shape;
-    RecordReader reader(record);
-    RecordValidator validator(reader);
-    VisitNodeFields(validator, shape);
-    return validator.OwnerSlot();
+    try {
+        RecordReader reader(record);
+        RecordValidator validator(reader);
+        VisitNodeFields(validator, shape);
+        return node ? validator.OwnerSlot() : 0;
+    } catch (const RuntimeError& error) {
+        BadRecord(path, r, error);
+    }
 }
 
 void WriteRecord(std::ostream& out, RecordWriter& writer, const Node& node) {
@@ -102,8 +114,17 @@ bool HasFormatMark(const Node& record) {
            ReadNumber(record.Parameters[5].Value) == 0.0;
 }
 
-[[noreturn]] void Truncated(const std::string& path) {
-    throw RuntimeError(ErrorCode::BadRecordLength, path + ": record incompleto");
+[[noreturn]] void Truncated(const std::string& path, int r, std::size_t got) {
+    throw RuntimeError(ErrorCode::BadRecordLength,
+                       path + ", record " + std::to_string(r) + ": record incompleto (" +
+                           std::to_string(got) + " byte su " +
+                           std::to_string(kConfigurationRecordLength) + ")");
+}
+
+// Reads a record that has passed ValidateRecord into node.
+void ApplyRecord(std::string_view record, Node& node) {
+    RecordReader reader(record);
+    ReadNodeRecord(reader, node);
 }
 
 } // namespace
@@ -139,25 +160,19 @@ void ReadNodeRecord(RecordReader& reader, Node& node) {
     VisitNodeFields(fields, node);
 }
 
-void SaveConfiguration(Network& network, const std::string& directory, const std::string& name) {
-    if (!directory.empty()) {
-        network.Directory = directory;
-        network.FileName = name;
-    }
-    const std::string path = network.Directory + network.FileName;
-    // The name already ends in ".nodi", so this removes a "name.nodi.nodi" left behind;
-    // truncating the target below is what empties it.
+void SaveConfiguration(Network& network, const std::string& directory, const std::string& name,
+                       const FileWriter& files) {
+    const bool renamed = !directory.empty();
+    const std::string path = renamed ? directory + name : network.Directory + network.FileName;
+    // The name already ends in ".nodi", so this removes a "name.nodi.nodi" left behind; the
+    // target itself is replaced whole below.
     std::error_code ignored;
     std::filesystem::remove(ToFsPath(path + ".nodi"), ignored);
 
-    std::ofstream file(ToFsPath(path), std::ios::binary | std::ios::trunc);
-    if (!file) {
-        throw RuntimeError(ErrorCode::PathFileAccess, path);
-    }
-    WriteConfiguration(network, file);
-    file.close();
-    if (!file) {
-        throw RuntimeError(ErrorCode::PathFileAccess, "scrittura di " + path);
+    files.Replace(path, [&](std::ostream& out) { WriteConfiguration(network, out); });
+    if (renamed) {
+        network.Directory = directory;
+        network.FileName = name;
     }
     network.Saved = kTrue;
 }
@@ -211,34 +226,44 @@ void LoadConfiguration(Network& network, const std::string& appDirectory, std::i
                                " non è una configurazione nel formato attuale e non può "
                                "essere caricato");
     }
-    NewNetwork(network, appDirectory);
-    network.ExportPath = DeriveExportPath(directory, name);
+    const std::string exportPath = DeriveExportPath(directory, name);
 
+    // Every record is read and checked before the network changes. A later record of a slot
+    // replaces an earlier one whole, so only the last of each slot is kept.
     in.clear();
     in.seekg(0);
-    std::string record;
+    std::string settings;
     for (int r = 1; r <= 2; ++r) {
-        if (!ReadRecord(in, record)) {
-            Truncated(path);
+        if (!ReadRecord(in, settings)) {
+            Truncated(path, r, settings.size());
         }
-        RecordReader reader(record);
-        ReadNodeRecord(reader, network.ExportSettings);
     }
-
-    // Each record is checked whole before it replaces its slot, so a bad record leaves the
-    // slot as it was; reading straight into the slot avoids copying a whole node.
+    ValidateRecord(path, 2, settings, false);
+    std::vector<std::string> slots(kLastSlot + 1);
+    std::string record;
     int nodesRead = 0;
     while (ReadRecord(in, record)) {
-        const int slot = ValidateNodeRecord(record);
-        RecordReader reader(record);
-        ReadNodeRecord(reader, network.NodeAt(slot));
+        const int r = nodesRead + 3;
+        const int slot = ValidateRecord(path, r, record, true);
         if (nodesRead == INT16_MAX) {
             throw RuntimeError(ErrorCode::Overflow, path + ": troppi record");
         }
         ++nodesRead;
+        slots[static_cast<std::size_t>(slot)].swap(record);
     }
     if (!record.empty()) {
-        Truncated(path);
+        Truncated(path, nodesRead + 3, record.size());
+    }
+
+    // Nothing below can fail.
+    NewNetwork(network, appDirectory);
+    network.ExportPath = exportPath;
+    ApplyRecord(settings, network.ExportSettings);
+    for (int slot = 0; slot <= kLastSlot; ++slot) {
+        const std::string& stored = slots[static_cast<std::size_t>(slot)];
+        if (!stored.empty()) {
+            ApplyRecord(stored, network.NodeAt(slot));
+        }
     }
     network.NodeCount = static_cast<std::int16_t>(nodesRead);
     network.Saved = kTrue;

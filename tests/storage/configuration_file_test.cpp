@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <filesystem>
 #include <sstream>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -119,53 +121,66 @@ TEST(ConfigurationFile, SavedNetworkLoadsBackIdenticalAndSavesToIdenticalBytes) 
     EXPECT_EQ(loaded.Net.NodeAt(20).EdsName, "io_€");
 }
 
-TEST(ConfigurationFile, SaveFailuresLeaveTheRecordsWrittenAndSavedClear) {
+TEST(ConfigurationFile, AFailedSaveLeavesTheFileAndTheNetworkAsTheyWere) {
     TempDir dir;
-    Workspace workspace;
-    workspace.Net = test::GoldenNetwork();
-    // 8784 bytes of empty record leave 6520 for the texts of one node.
-    workspace.Net.NodeAt(test::kGoldenBareSlot).Parameters[7].Value = std::string(7000, 'v');
-    try {
-        SaveConfiguration(workspace.Net, dir.Folder(), "a.nodi");
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Code(), ErrorCode::BadRecordLength);
-    }
-    EXPECT_EQ(ReadFileBytes(dir.File("a.nodi")).size(), 3 * kRecord);
-    EXPECT_EQ(workspace.Net.Saved, 0);
+    const std::string path = dir.File("a.nodi");
+    WriteFileBytes(path, "vecchio");
+    Network network = test::GoldenNetwork();
+    const auto failure = [&](const FileWriter& files) {
+        try {
+            SaveConfiguration(network, dir.Folder(), "a.nodi", files);
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(ReadFileBytes(path), "vecchio");
+            EXPECT_EQ(dir.Names(), std::vector<std::string>{"a.nodi"});
+            EXPECT_EQ(network.Saved, 0);
+            EXPECT_EQ(network.FileName, "Senza nome.eds");
+            return std::make_pair(error.Code(), std::string(error.what()));
+        }
+        return std::make_pair(ErrorCode::InvalidArgument, std::string("nessun errore"));
+    };
 
+    // The disk fills up in the middle of record 3.
+    EXPECT_EQ(failure(FileWriter::FullAfter(2 * kRecord + 100)).second,
+              "Errore di accesso al percorso/file: " + path +
+                  ": scrittura del record non riuscita (No space left on device): il file "
+                  "precedente non è stato modificato");
+    // Record 4 does not fit its 15304 bytes: 8784 bytes of empty record leave 6520 for the
+    // texts of one node.
+    std::string& value = network.NodeAt(test::kGoldenBareSlot).Parameters[7].Value;
+    value = std::string(7000, 'v');
+    EXPECT_EQ(failure(FileWriter()).first, ErrorCode::BadRecordLength);
+    value.clear();
     // A NodeCount above the nodes in use walks past slot 500 after writing them all.
-    workspace.Net.NodeAt(test::kGoldenBareSlot).Parameters[7].Value.clear();
-    workspace.Net.NodeCount = 3;
-    try {
-        SaveConfiguration(workspace.Net, "", "");
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Code(), ErrorCode::SubscriptOutOfRange);
-    }
-    EXPECT_EQ(ReadFileBytes(dir.File("a.nodi")).size(), 4 * kRecord);
-
-    workspace.Net.NodeCount = 2;
-    EXPECT_THROW(SaveConfiguration(workspace.Net, dir.Folder() + "missing/", "a.nodi"),
-                 RuntimeError);
-    EXPECT_THROW(SaveConfiguration(workspace.Net, dir.Folder(), ""), RuntimeError);
+    network.NodeCount = 3;
+    EXPECT_EQ(failure(FileWriter()).first, ErrorCode::SubscriptOutOfRange);
+    network.NodeCount = 2;
+    EXPECT_THROW(SaveConfiguration(network, dir.Folder() + "missing/", "a.nodi"), RuntimeError);
+    EXPECT_THROW(SaveConfiguration(network, dir.Folder(), ""), RuntimeError);
+    EXPECT_EQ(dir.Names(), std::vector<std::string>{"a.nodi"});
 }
 
+// Damaged copies of the golden file, loaded over a network that holds the golden one.
 class HostileFile : public ::testing::Test {
 protected:
     void SetUp() override {
         good_ = GoldenBytes();
         WriteFileBytes(dir_.File("good.nodi"), good_);
         StartEmpty(loaded_);
+        LoadIntoWorkspace(loaded_, dir_.Folder(), "good.nodi");
+        before_ = loaded_.Net;
     }
 
-    // Loads bytes as a file; returns the error code, or nullopt when it loaded.
+    // Loads bytes as a file; returns the error code, or nullopt when it loaded. A load that
+    // fails names the file and leaves the network as it was.
     std::optional<ErrorCode> Load(const std::string& bytes) {
         WriteFileBytes(dir_.File("bad.nodi"), bytes);
         try {
             LoadIntoWorkspace(loaded_, dir_.Folder(), "bad.nodi");
             return std::nullopt;
         } catch (const RuntimeError& error) {
+            EXPECT_NE(std::string(error.what()).find(dir_.File("bad.nodi")), std::string::npos)
+                << error.what();
+            EXPECT_TRUE(loaded_.Net == before_);
             return error.Code();
         }
     }
@@ -173,39 +188,35 @@ protected:
     TempDir dir_;
     std::string good_;
     Workspace loaded_;
+    Network before_;
 };
 
-TEST_F(HostileFile, TruncatedFilesKeepTheCompleteRecordsAndFail) {
+TEST_F(HostileFile, TruncatedFilesAreRefusedWhole) {
     EXPECT_EQ(Load(good_.substr(0, 3 * kRecord + 100)), ErrorCode::BadRecordLength);
-    EXPECT_EQ(loaded_.Net.NodeAt(test::kGoldenFullSlot).EdsName, "Servo Velocità €");
-    EXPECT_EQ(loaded_.Net.NodeAt(test::kGoldenBareSlot).InUse, 0);
-
-    StartEmpty(loaded_);
     EXPECT_EQ(Load(good_.substr(0, kRecord + 7)), ErrorCode::BadRecordLength);
-    EXPECT_EQ(loaded_.Net.NodeAt(test::kGoldenFullSlot).InUse, 0);
 }
 
-TEST_F(HostileFile, FilesWithoutTheMarkAreRefusedBeforeAnythingChanges) {
-    loaded_.Net.NodeAt(3).EdsName = "kept";
+TEST_F(HostileFile, FilesWithoutTheMarkAreRefused) {
     EXPECT_EQ(Load(""), ErrorCode::UnsupportedFormat);
     EXPECT_EQ(Load(good_.substr(0, 5000)), ErrorCode::UnsupportedFormat);
     std::string earlier = good_;
     earlier[kMarkZeroValue] = '1'; // "1", "1", "1"
     EXPECT_EQ(IsCurrentFormat(dir_.File("good.nodi")), 1);
     EXPECT_EQ(Load(earlier), ErrorCode::UnsupportedFormat);
-    EXPECT_EQ(loaded_.Net.NodeAt(3).EdsName, "kept");
 }
 
 TEST_F(HostileFile, BadFieldsAndBadSlotsStopTheLoad) {
+    // The last node record is the bad one, so the good ones before it were read already.
     std::string longString = good_;
-    longString[kFullNodeRecord] = '\xFF'; // EdsName of the first node claims 65535 bytes
-    longString[kFullNodeRecord + 1] = '\xFF';
+    longString[3 * kRecord] = '\xFF'; // EdsName of the second node claims 65535 bytes
+    longString[3 * kRecord + 1] = '\xFF';
     EXPECT_EQ(Load(longString), ErrorCode::BadRecordLength);
 
-    std::string badSlot = good_;
-    ASSERT_EQ(badSlot[kFullNodeOwnerSlot], test::kGoldenFullSlot);
-    badSlot[kFullNodeOwnerSlot] = static_cast<char>(9999 & 0xFF);
-    badSlot[kFullNodeOwnerSlot + 1] = static_cast<char>(9999 >> 8);
+    std::string badSlot = good_ + good_.substr(kFullNodeRecord, kRecord);
+    const std::size_t ownerSlot = kFullNodeOwnerSlot + 2 * kRecord;
+    ASSERT_EQ(badSlot[ownerSlot], test::kGoldenFullSlot);
+    badSlot[ownerSlot] = static_cast<char>(9999 & 0xFF);
+    badSlot[ownerSlot + 1] = static_cast<char>(9999 >> 8);
     EXPECT_EQ(Load(badSlot), ErrorCode::SubscriptOutOfRange);
 
     std::string dirty = good_; // non-zero filler is ignored
@@ -220,6 +231,7 @@ TEST_F(HostileFile, MissingFilesAndFoldersAreRunTimeErrors) {
     EXPECT_THROW(LoadIntoWorkspace(loaded_, dir_.Folder(), "folder.nodi"), RuntimeError);
     EXPECT_THROW(LoadIntoWorkspace(loaded_, dir_.Folder(), "missing.nodi"), RuntimeError);
     EXPECT_THROW(IsCurrentFormat(dir_.File("missing.nodi")), RuntimeError);
+    EXPECT_TRUE(loaded_.Net == before_);
 }
 
 TEST(ConfigurationFile, ConfigurationNameDerivesTheExportPath) {
