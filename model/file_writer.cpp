@@ -44,6 +44,11 @@ int SyncFile(int fd) {
 int CloseFile(int fd) {
     return _close(fd);
 }
+int OpenExisting(const fs::path& path) {
+    int fd = -1;
+    const int flags = _O_WRONLY | _O_BINARY | _O_NOINHERIT;
+    return _wsopen_s(&fd, path.c_str(), flags, _SH_DENYNO, 0) == 0 ? fd : -1;
+}
 void CopyPermissions(int, const fs::path&) {}
 #else
 int CreateNewFile(const fs::path& path) {
@@ -57,6 +62,10 @@ int SyncFile(int fd) {
 }
 int CloseFile(int fd) {
     return ::close(fd);
+}
+// Opens an existing file for writing without changing it, to learn whether it may be written.
+int OpenExisting(const fs::path& path) {
+    return ::open(path.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
 }
 // The new file takes the permission bits of the one it replaces; failing that, it keeps the
 // ones it was created with.
@@ -248,6 +257,15 @@ void FileWriter::Replace(const std::string& path,
                                               : ": il file non è stato creato"));
     };
 
+    // A file that may not be written is not replaced either: the rename alone would allow it.
+    if (fs::is_regular_file(target, error)) {
+        const int existing = OpenExisting(target);
+        if (existing < 0) {
+            fail(ErrorCode::PathFileAccess,
+                 WithSystemReason("il file non può essere scritto", errno));
+        }
+        CloseFile(existing);
+    }
     NewFile file(target);
     if (file.Descriptor() < 0) {
         fail(ErrorCode::PathFileAccess,

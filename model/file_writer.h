@@ -24,7 +24,8 @@ public:
     static FileWriter FullAfter(std::uintmax_t bytes);
 
     // Replaces path with what fill writes to the stream it is given; a link at path is
-    // followed, and the file it names is replaced. An existing file's permissions are kept.
+    // followed, and the file it names is replaced. An existing file must be writable, and
+    // keeps its permissions.
     // When the new file cannot be created, fill throws a RuntimeError, or a write, the sync
     // or the rename fails, the new file is removed, path keeps its bytes, and a RuntimeError
     // with the failure's code names path, the reason and what became of path: "il file

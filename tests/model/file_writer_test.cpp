@@ -6,6 +6,7 @@
 #include <functional>
 #include <ostream>
 #include <stdexcept>
+#include <unistd.h>
 #include <utility>
 
 #include <gtest/gtest.h>
@@ -99,6 +100,12 @@ TEST(FileWriter, AFailureLeavesTheTargetAsItWasAndNoNewFile) {
               "Errore di accesso al percorso/file: " + missing +
                   ": impossibile creare il file nuovo (No such file or directory): il file non "
                   "è stato creato");
+    // A file that may not be written (root may write any).
+    fs::permissions(path, fs::perms::owner_read);
+    if (geteuid() != 0) {
+        EXPECT_EQ(failure(FileWriter(), path, sixBytes).first, ErrorCode::PathFileAccess);
+    }
+    fs::permissions(path, fs::perms::owner_read | fs::perms::owner_write);
     fs::create_directory(dir.File("cartella"));
     EXPECT_EQ(failure(FileWriter(), dir.File("cartella"), sixBytes).first,
               ErrorCode::PathFileAccess);
