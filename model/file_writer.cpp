@@ -286,7 +286,8 @@ void FileWriter::Replace(const std::string& path,
         fail(ErrorCode::PathFileAccess,
              WithSystemReason("scrittura del file non riuscita", buffer.Error()));
     }
-    if (SyncFile(file.Descriptor()) != 0) {
+    // A file system that cannot sync a file (EINVAL, ENOTSUP) still gets the file.
+    if (SyncFile(file.Descriptor()) != 0 && errno != EINVAL && errno != ENOTSUP) {
         fail(ErrorCode::PathFileAccess,
              WithSystemReason("scrittura su disco non riuscita", errno));
     }
