@@ -158,7 +158,7 @@ DialogRequest MainCommands::Run(Command command) {
     case Command::ShowFinalFile: {
         const ControllerFileResult result = velmora::ShowFinalFile(workspace_, viewer_);
         if (!result.Complete) {
-            dialogs_.ShowError(FinalFilePath(workspace_.AppDirectory) + ": " + result.Reason);
+            dialogs_.ShowError(result.Reason);
         }
         return {};
     }

@@ -3,7 +3,6 @@
 #include "model/cp1252.h"
 #include "model/network.h"
 #include "model/network_walk.h"
-#include "model/paths.h"
 #include "model/runtime_error.h"
 #include "model/text.h"
 #include "model/transmission_mode.h"
@@ -12,7 +11,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstring>
-#include <fstream>
 #include <ostream>
 #include <string_view>
 
@@ -160,8 +158,10 @@ void WriteNode(LineWriter& w, const Node& node, int slot) {
     }
 }
 
-std::string WriteFailure(const std::string& what) {
-    return RuntimeError::Describe(ErrorCode::PathFileAccess) + std::string(": ") + what;
+// The nodes in use, in slot order, until NodeCount of them are written.
+void WriteNodes(const Network& network, LineWriter& w) {
+    ForEachNodeInUse(network, network.NodeCount,
+                     [&w](int slot, const Node& node) { WriteNode(w, node, slot); });
 }
 
 } // namespace
@@ -172,34 +172,36 @@ ControllerFileResult WriteControllerFile(const Network& network, std::ostream& o
     errno = 0;
     try {
         try {
-            ForEachNodeInUse(network, network.NodeCount,
-                             [&w](int slot, const Node& node) { WriteNode(w, node, slot); });
+            WriteNodes(network, w);
         } catch (const RuntimeError& error) {
             result = {false, error.what()};
         }
         w.Flush();
     } catch (const StreamFailed& failure) {
-        result = {false, WriteFailure(failure.code != 0 ? std::strerror(failure.code)
-                                                        : "scrittura interrotta")};
+        const char* reason =
+            failure.code != 0 ? std::strerror(failure.code) : "scrittura interrotta";
+        result = {false,
+                  RuntimeError::Describe(ErrorCode::PathFileAccess) + std::string(": ") + reason};
     }
     return result;
 }
 
 ControllerFileResult WriteControllerFile(const Network& network, const std::string& prefix,
-                                         const std::string& fileName) {
-    const std::string path = prefix + fileName;
-    errno = 0;
-    std::ofstream file(ToFsPath(path), std::ios::binary | std::ios::trunc);
-    if (!file) {
-        const int code = errno;
-        return {false, WriteFailure(code != 0 ? std::strerror(code) : "apertura non riuscita")};
+                                         const std::string& fileName, const FileWriter& files) {
+    try {
+        files.Replace(prefix + fileName, [&](std::ostream& out) {
+            LineWriter w(out);
+            try {
+                WriteNodes(network, w);
+                w.Flush();
+            } catch (const StreamFailed&) {
+                throw RuntimeError(ErrorCode::PathFileAccess, "scrittura del file non riuscita");
+            }
+        });
+    } catch (const RuntimeError& error) {
+        return {false, error.what()};
     }
-    ControllerFileResult result = WriteControllerFile(network, file);
-    file.close();
-    if (!file && result.Complete) {
-        result = {false, WriteFailure("chiusura non riuscita")};
-    }
-    return result;
+    return {};
 }
 
 } // namespace velmora

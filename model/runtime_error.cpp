@@ -16,7 +16,7 @@ std::string Compose(ErrorCode code, const std::string& detail) {
 } // namespace
 
 RuntimeError::RuntimeError(ErrorCode code, const std::string& detail)
-    : std::runtime_error(Compose(code, detail)), code_(code) {}
+    : std::runtime_error(Compose(code, detail)), code_(code), detail_(detail) {}
 
 const char* RuntimeError::Describe(ErrorCode code) noexcept {
     switch (code) {

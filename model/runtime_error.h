@@ -3,7 +3,8 @@
 // The one exception type of the core: "a run-time error that stops the command".
 // The GUI catches it at the command boundary and shows it in a message box; velmora-cli
 // prints it and exits 1. The network keeps whatever the command had changed before it was
-// raised: loads and saves are not transactional.
+// raised, except that a failed load leaves the network, and a failed save the file on disk,
+// as they were.
 
 #include <cstdint>
 #include <stdexcept>
@@ -27,11 +28,14 @@ public:
     RuntimeError(ErrorCode code, const std::string& detail);
 
     ErrorCode Code() const noexcept { return code_; }
+    // The message without the text of the code.
+    const std::string& Detail() const noexcept { return detail_; }
     // The Italian text of the code alone, without the detail.
     static const char* Describe(ErrorCode code) noexcept;
 
 private:
     ErrorCode code_;
+    std::string detail_;
 };
 
 // Throws SubscriptOutOfRange unless first <= index <= last.

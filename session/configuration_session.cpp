@@ -82,13 +82,8 @@ void ConfigurationSession::Load() {
 }
 
 void ConfigurationSession::LoadAndShow(const std::string& directory, const std::string& name) {
-    try {
-        LoadIntoWorkspace(workspace_, directory, name);
-    } catch (const RuntimeError&) {
-        // The tree shows what the failed load left in the network.
-        host_.RebuildTree();
-        throw;
-    }
+    // A failed load leaves the network as it was: nothing to show again.
+    LoadIntoWorkspace(workspace_, directory, name);
     unsavedChanges_ = false;
     host_.RebuildTree();
 }

@@ -58,7 +58,7 @@ public:
 
 private:
     void ShowMark(const char* mark);
-    // LoadConfiguration, then the tree redrawn, also when the load fails half-way.
+    // LoadConfiguration, then the tree redrawn; a load that fails changes nothing.
     void LoadAndShow(const std::string& directory, const std::string& name);
 
     Workspace& workspace_;

@@ -60,7 +60,9 @@ ControllerFileResult ShowFinalFile(Workspace& workspace, TextViewer& viewer) {
     ReadExportSettings(workspace.Net);
     const std::string path = FinalFilePath(workspace.AppDirectory);
     ControllerFileResult result = WriteControllerFile(workspace.Net, "", path);
-    ViewTextFile(workspace.Net, viewer, path);
+    if (result.Complete) {
+        ViewTextFile(workspace.Net, viewer, path);
+    }
     return result;
 }
 

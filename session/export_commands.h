@@ -27,13 +27,13 @@ enum class ExportStatus {
     NoFileName, // ExportPath is empty: nothing happened; the caller shows ExportTexts::NoName*
     Refused,    // more fast PDOs than MaxFastPdo: nothing written
     Written,    // the whole file was written
-    NotWritten, // writing ended early; the part written so far stays in the file
+    NotWritten, // the file could not be written whole; an existing one keeps what it held
 };
 
 struct ExportOutcome {
     ExportStatus Status = ExportStatus::Written;
     std::string Path;   // the export path
-    std::string Reason; // for NotWritten
+    std::string Reason; // for NotWritten: the message, naming the file
 };
 
 // "Esporta a ORV". With an empty ExportPath it stops at once (NoFileName: the caller shows
@@ -50,8 +50,9 @@ bool TestPdo(Workspace& workspace, ChannelDialogState& dialog);
 // The scratch copy's path: the application folder followed by "/Dummy.$$$".
 std::string FinalFilePath(const std::string& appDirectory);
 
-// "Mostra file finale": writes the scratch copy without any channel check (overwriting the
-// last one), then opens it with ViewTextFile.
+// "Mostra file finale": writes the scratch copy without any channel check (replacing the
+// last one), then opens it with ViewTextFile. When it cannot be written, the last copy stays
+// as it was and is not opened: the caller reports the result's Reason.
 ControllerFileResult ShowFinalFile(Workspace& workspace, TextViewer& viewer);
 
 // Opens path in the text viewer; an empty path opens DefaultFilePath instead.

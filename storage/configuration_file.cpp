@@ -6,92 +6,74 @@
 #include "model/paths.h"
 #include "model/runtime_error.h"
 #include "model/text.h"
+#include "storage/node_fields.h"
 #include "storage/record_io.h"
 
 #include <filesystem>
 #include <fstream>
 #include <system_error>
+#include <vector>
 
 namespace velmora {
 
 namespace {
 
-// One definition of the field order for both directions: Io is RecordWriter with a const
-// Node, or RecordReader with a mutable one.
-template <typename Io, typename NodeRef> void VisitNode(Io& io, NodeRef& node) {
-    io.Field(node.EdsName);
-    io.Field(node.TxPdoCount);
-    io.Field(node.RxPdoCount);
-    io.Field(node.ParameterCount);
-    io.Field(node.Configured);
-    io.Field(node.Expanded);
-    io.Field(node.ParameterFolderExpanded);
-    io.Field(node.InUse);
-    for (auto& pdo : node.Pdos) {
-        io.Field(pdo.DefaultCobId);
-        io.Field(pdo.Used);
-        io.Field(pdo.Note);
-        io.Field(pdo.Direction);
-        io.Field(pdo.OwnerSlot);
-        io.Field(pdo.PdoNumber);
-        io.Field(pdo.Block.CobId);
-        io.Field(pdo.Block.Comm);
-        io.Field(pdo.Block.Inhibit);
-        io.Field(pdo.Block.Event);
-        io.Field(pdo.Block.NoMapping);
-        auto& settings = pdo.Settings;
-        io.Field(settings.CobId);
-        io.Field(settings.EventTime);
-        io.Field(settings.InhibitTime);
-        io.Field(settings.Comm);
-        io.Field(settings.Mode);
-        io.Field(settings.Bytes);
-        io.Field(settings.Pcfg);
-        io.Field(settings.MappingCount);
-        for (auto& mapping : settings.Mappings) {
-            io.Field(mapping.Vcb);
-            io.Field(mapping.ObjectIndex);
-            io.Field(mapping.SubIndex);
-            io.Field(mapping.Length);
-            io.Field(mapping.Used);
-        }
-    }
-    for (auto& parameter : node.Parameters) {
-        io.Field(parameter.Name);
-        io.Field(parameter.ObjectIndex);
-        io.Field(parameter.SubIndex);
-        io.Field(parameter.ByteCount);
-        io.Field(parameter.Value);
-        io.Field(parameter.Used);
-    }
-    io.Field(node.Reserved);
-    io.Field(node.repetitions);
-    io.Field(node.repetitionTime);
-}
-
-// Walks a record's fields with the reader's bounds checks but stores nothing.
-struct RecordValidator {
-    RecordReader& reader;
-    template <typename Value> void Field(const Value& value) { reader.Skip(value); }
+// The record bytes of each field, for RecordWriter (with a const Node) and RecordReader alike.
+template <typename Io> struct RecordFields : FieldsOnly {
+    Io& io;
+    template <typename Value> void Field(std::string_view, Value& value) { io.Field(value); }
 };
 
-// The slot a node record belongs to: the OwnerSlot of its PDO 0, checked against 0..500.
-// The record must have passed the validator.
-int OwnerSlotOf(std::string_view record) {
-    RecordReader reader(record);
-    std::string text;
-    std::int16_t word = 0;
-    reader.Field(text); // EdsName
-    for (int i = 0; i < 7; ++i) {
-        reader.Field(word);
+// Walks a record's fields with the reader's bounds checks and keeps only the slot the record
+// belongs to: the OwnerSlot of its PDO 0, which is the first field of that name.
+class RecordValidator : public FieldsOnly {
+public:
+    explicit RecordValidator(RecordReader& reader) : reader_(reader) {}
+
+    void Field(std::string_view, const std::string& text) { reader_.Skip(text); }
+    void Field(std::string_view, std::int32_t number) { reader_.Skip(number); }
+    void Field(std::string_view name, std::int16_t word) {
+        if (slotSeen_) {
+            reader_.Skip(word);
+            return;
+        }
+        reader_.Field(word);
+        if (name == "OwnerSlot") {
+            slot_ = word;
+            slotSeen_ = true;
+        }
     }
-    reader.Field(text); // DefaultCobId
-    reader.Field(word); // Used
-    reader.Field(text); // Note
-    reader.Field(text); // Direction
-    reader.Field(word); // OwnerSlot
-    CheckIndex(word, 0, kLastSlot, "Slot del record");
-    return word;
+
+    // The OwnerSlot of PDO 0, checked against 0..500.
+    int OwnerSlot() const {
+        CheckIndex(slot_, 0, kLastSlot, "Slot del record");
+        return slot_;
+    }
+
+private:
+    RecordReader& reader_;
+    std::int16_t slot_ = -1;
+    bool slotSeen_ = false;
+};
+
+// A run-time error of record r of path, named so in the message.
+[[noreturn]] void BadRecord(const std::string& path, int r, const RuntimeError& error) {
+    throw RuntimeError(error.Code(),
+                       path + ", record " + std::to_string(r) + ": " + error.Detail());
+}
+
+// Checks that every field of record r lies within its bytes, and returns the OwnerSlot of its
+// PDO 0 checked against 0..500 when the record holds a node.
+int ValidateRecord(const std::string& path, int r, std::string_view record, bool node) {
+    static const Node shape;
+    try {
+        RecordReader reader(record);
+        RecordValidator validator(reader);
+        VisitNodeFields(validator, shape);
+        return node ? validator.OwnerSlot() : 0;
+    } catch (const RuntimeError& error) {
+        BadRecord(path, r, error);
+    }
 }
 
 void WriteRecord(std::ostream& out, RecordWriter& writer, const Node& node) {
@@ -133,14 +115,24 @@ bool HasFormatMark(const Node& record) {
            ReadNumber(record.Parameters[5].Value) == 0.0;
 }
 
-[[noreturn]] void Truncated(const std::string& path) {
-    throw RuntimeError(ErrorCode::BadRecordLength, path + ": record incompleto");
+[[noreturn]] void Truncated(const std::string& path, int r, std::size_t got) {
+    throw RuntimeError(ErrorCode::BadRecordLength,
+                       path + ", record " + std::to_string(r) + ": record incompleto (" +
+                           std::to_string(got) + " byte su " +
+                           std::to_string(kConfigurationRecordLength) + ")");
+}
+
+// Reads a record that has passed ValidateRecord into node.
+void ApplyRecord(std::string_view record, Node& node) {
+    RecordReader reader(record);
+    ReadNodeRecord(reader, node);
 }
 
 } // namespace
 
 void WriteNodeRecord(RecordWriter& writer, const Node& node) {
-    VisitNode(writer, node);
+    RecordFields<RecordWriter> fields{{}, writer};
+    VisitNodeFields(fields, node);
 }
 
 void WriteConfiguration(const Network& network, std::ostream& out) {
@@ -159,28 +151,23 @@ void WriteConfiguration(const Network& network, std::ostream& out) {
 }
 
 void ReadNodeRecord(RecordReader& reader, Node& node) {
-    VisitNode(reader, node);
+    RecordFields<RecordReader> fields{{}, reader};
+    VisitNodeFields(fields, node);
 }
 
-void SaveConfiguration(Network& network, const std::string& directory, const std::string& name) {
-    if (!directory.empty()) {
-        network.Directory = directory;
-        network.FileName = name;
-    }
-    const std::string path = network.Directory + network.FileName;
-    // The name already ends in ".nodi", so this removes a "name.nodi.nodi" left behind;
-    // truncating the target below is what empties it.
+void SaveConfiguration(Network& network, const std::string& directory, const std::string& name,
+                       const FileWriter& files) {
+    const bool renamed = !directory.empty();
+    const std::string path = renamed ? directory + name : network.Directory + network.FileName;
+    // The name already ends in ".nodi", so this removes a "name.nodi.nodi" left behind; the
+    // target itself is replaced whole below.
     std::error_code ignored;
     std::filesystem::remove(ToFsPath(path + ".nodi"), ignored);
 
-    std::ofstream file(ToFsPath(path), std::ios::binary | std::ios::trunc);
-    if (!file) {
-        throw RuntimeError(ErrorCode::PathFileAccess, path);
-    }
-    WriteConfiguration(network, file);
-    file.close();
-    if (!file) {
-        throw RuntimeError(ErrorCode::PathFileAccess, "scrittura di " + path);
+    files.Replace(path, [&](std::ostream& out) { WriteConfiguration(network, out); });
+    if (renamed) {
+        network.Directory = directory;
+        network.FileName = name;
     }
     network.Saved = kTrue;
 }
@@ -234,37 +221,44 @@ void LoadConfiguration(Network& network, const std::string& appDirectory, std::i
                                " non è una configurazione nel formato attuale e non può "
                                "essere caricato");
     }
-    NewNetwork(network, appDirectory);
-    network.ExportPath = DeriveExportPath(directory, name);
+    const std::string exportPath = DeriveExportPath(directory, name);
 
+    // Every record is read and checked before the network changes. A later record of a slot
+    // replaces an earlier one whole, so only the last of each slot is kept.
     in.clear();
     in.seekg(0);
-    std::string record;
+    std::string settings;
     for (int r = 1; r <= 2; ++r) {
-        if (!ReadRecord(in, record)) {
-            Truncated(path);
+        if (!ReadRecord(in, settings)) {
+            Truncated(path, r, settings.size());
         }
-        RecordReader reader(record);
-        ReadNodeRecord(reader, network.ExportSettings);
     }
-
-    // Each record is checked whole before it replaces its slot, so a bad record leaves the
-    // slot as it was; reading straight into the slot avoids copying a whole node.
-    static const Node shape;
+    ValidateRecord(path, 2, settings, false);
+    std::vector<std::string> slots(kLastSlot + 1);
+    std::string record;
     int nodesRead = 0;
     while (ReadRecord(in, record)) {
-        RecordReader validation(record);
-        RecordValidator validator{validation};
-        VisitNode(validator, shape);
-        RecordReader reader(record);
-        ReadNodeRecord(reader, network.NodeAt(OwnerSlotOf(record)));
+        const int r = nodesRead + 3;
+        const int slot = ValidateRecord(path, r, record, true);
         if (nodesRead == INT16_MAX) {
             throw RuntimeError(ErrorCode::Overflow, path + ": troppi record");
         }
         ++nodesRead;
+        slots[static_cast<std::size_t>(slot)].swap(record);
     }
     if (!record.empty()) {
-        Truncated(path);
+        Truncated(path, nodesRead + 3, record.size());
+    }
+
+    // Nothing below can fail.
+    NewNetwork(network, appDirectory);
+    network.ExportPath = exportPath;
+    ApplyRecord(settings, network.ExportSettings);
+    for (int slot = 0; slot <= kLastSlot; ++slot) {
+        const std::string& stored = slots[static_cast<std::size_t>(slot)];
+        if (!stored.empty()) {
+            ApplyRecord(stored, network.NodeAt(slot));
+        }
     }
     network.NodeCount = static_cast<std::int16_t>(nodesRead);
     network.Saved = kTrue;

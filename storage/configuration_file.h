@@ -5,8 +5,11 @@
 // further record one node in use, in ascending slot order. A node record does not carry its
 // slot: loading puts it back into the slot named by the OwnerSlot of its PDO 0.
 //
-// Neither saving nor loading is transactional: an error leaves the records written so far
-// in the file, or the nodes read so far in the network, and surfaces as a RuntimeError.
+// Saving and loading are all or nothing: a save that fails leaves the file on disk as it was,
+// a load that fails leaves the network as it was, and the error surfaces as a RuntimeError
+// that names the file.
+
+#include "model/file_writer.h"
 
 #include <cstdint>
 #include <iosfwd>
@@ -25,13 +28,15 @@ inline constexpr std::size_t kConfigurationRecordLength = 15304;
 void WriteNodeRecord(RecordWriter& writer, const Node& node);
 void ReadNodeRecord(RecordReader& reader, Node& node);
 
-// Writes directory + name. With a non-empty directory, Directory and FileName are set to the
-// arguments first; with an empty one the current file is rewritten. Deletes
-// Directory + FileName + ".nodi" first (a missing file is not an error). Sets Saved to -1
-// once the whole file is written. A node whose record exceeds 15304 bytes, a file that
+// Writes directory + name, or with an empty directory rewrites the current file
+// (Directory + FileName). Deletes that path + ".nodi" first (a missing file is not an error),
+// then replaces the file as a whole through files. Once the whole file is in place, Directory
+// and FileName name it and Saved is -1. A node whose record exceeds 15304 bytes, a file that
 // cannot be written, or a NodeCount larger than the nodes in use (the walk passes slot 500)
-// is a RuntimeError, with the records written so far left in the file.
-void SaveConfiguration(Network& network, const std::string& directory, const std::string& name);
+// is a RuntimeError naming the file; the file on disk, Directory, FileName and Saved then
+// keep what they held.
+void SaveConfiguration(Network& network, const std::string& directory, const std::string& name,
+                       const FileWriter& files = FileWriter());
 
 // Writes the records of a save to out: the mark, the export settings, then the nodes in use
 // in slot order until NodeCount of them are written. Errors as for SaveConfiguration; the
@@ -45,13 +50,14 @@ std::int16_t IsCurrentFormat(const std::string& path);
 std::int16_t IsCurrentFormat(std::istream& in);
 
 // Replaces the network with the file directory + name (directory ends with a separator).
-// A file without the format mark is refused with an UnsupportedFormat error before anything
-// changes. Otherwise the network is emptied (NewNetwork with appDirectory), the export path
-// derived, record 2 read into the export settings and every complete node record stored into
-// its slot; NodeCount becomes the number of node records, Saved -1, and Directory and
-// FileName name the file. The channel counters are the caller's to recount. Records 1 and 2 must
-// be complete; a trailing partial record, a field running past the record, or an OwnerSlot outside
-// 0..500 stop the load with a RuntimeError, the nodes stored before it staying in the network.
+// Every record is read and checked first: a file without the format mark (UnsupportedFormat),
+// missing records 1 or 2, a trailing partial record, a field running past its record, or a
+// node record whose OwnerSlot is outside 0..500 stop the load with a RuntimeError naming the
+// file (and the record), and the network keeps exactly what it held. Only then is the network
+// emptied (NewNetwork with appDirectory), the export path derived, record 2 read into the
+// export settings and every node record stored into its slot, a later record of a slot
+// replacing an earlier one; NodeCount becomes the number of node records, Saved -1, and
+// Directory and FileName name the file. The channel counters are the caller's to recount.
 void LoadConfiguration(Network& network, const std::string& appDirectory,
                        const std::string& directory, const std::string& name);
 // The same, reading the file's bytes from in (positioned at its start).

@@ -2,10 +2,8 @@
 
 #include "eds/eds_object_table.h"
 #include "model/paths.h"
-#include "model/runtime_error.h"
 #include "storage/record_io.h"
 
-#include <fstream>
 #include <ostream>
 
 namespace velmora {
@@ -40,17 +38,10 @@ void WriteEdsDump(const EdsObjectTable& table, std::ostream& out) {
     }
 }
 
-void WriteEdsDump(const EdsObjectTable& table, const std::string& appDirectory) {
-    const std::string path = appDirectory + kPathSeparator + "prova";
-    std::ofstream file(ToFsPath(path), std::ios::binary | std::ios::trunc);
-    if (!file) {
-        throw RuntimeError(ErrorCode::PathFileAccess, path);
-    }
-    WriteEdsDump(table, file);
-    file.close();
-    if (!file) {
-        throw RuntimeError(ErrorCode::PathFileAccess, "scrittura di " + path);
-    }
+void WriteEdsDump(const EdsObjectTable& table, const std::string& appDirectory,
+                  const FileWriter& files) {
+    files.Replace(appDirectory + kPathSeparator + "prova",
+                  [&](std::ostream& out) { WriteEdsDump(table, out); });
 }
 
 } // namespace velmora

@@ -5,6 +5,8 @@
 // and Windows-1252 bytes for texts, zero filler). Record 1 is an empty EdsObject, record
 // k + 1 the entry at position k for k = 1..EdsObjectCount. Nothing reads it back.
 
+#include "model/file_writer.h"
+
 #include <cstddef>
 #include <iosfwd>
 #include <string>
@@ -20,7 +22,9 @@ inline constexpr std::size_t kEdsDumpRecordLength = 46;
 // records before it are written.
 void WriteEdsDump(const EdsObjectTable& table, std::ostream& out);
 
-// Writes the file "prova" in the application folder, replacing it.
-void WriteEdsDump(const EdsObjectTable& table, const std::string& appDirectory);
+// Replaces the file "prova" in the application folder through files. Any error, the record
+// length one included, leaves the file that was there as it was.
+void WriteEdsDump(const EdsObjectTable& table, const std::string& appDirectory,
+                  const FileWriter& files = FileWriter());
 
 } // namespace velmora

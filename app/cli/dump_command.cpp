@@ -5,6 +5,11 @@
 #include "cli/configuration_loading.h"
 #include "cli/json_writer.h"
 #include "session/workspace.h"
+#include "storage/node_fields.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include <QCommandLineParser>
 
@@ -12,82 +17,52 @@ namespace velmora::cli {
 
 namespace {
 
-void WriteMapping(JsonWriter& json, const PdoMapping& mapping) {
-    json.BeginObject()
-        .Field("Vcb", mapping.Vcb)
-        .Field("ObjectIndex", mapping.ObjectIndex)
-        .Field("SubIndex", mapping.SubIndex)
-        .Field("Length", mapping.Length)
-        .Field("Used", mapping.Used)
-        .EndObject();
-}
+// Writes the fields of a Node-layout record as JSON, keys named as the fields: a nested
+// record is an object, a list an array whose elements go without keys.
+class JsonFields {
+public:
+    explicit JsonFields(JsonWriter& json) : json_(json) {}
 
-void WritePdo(JsonWriter& json, const Pdo& pdo) {
-    json.BeginObject()
-        .Field("DefaultCobId", pdo.DefaultCobId)
-        .Field("Used", pdo.Used)
-        .Field("Note", pdo.Note)
-        .Field("Direction", pdo.Direction)
-        .Field("OwnerSlot", pdo.OwnerSlot)
-        .Field("PdoNumber", pdo.PdoNumber);
-    json.Key("FlagBlock")
-        .BeginArray()
-        .Int(pdo.Block.CobId)
-        .Int(pdo.Block.Comm)
-        .Int(pdo.Block.Inhibit)
-        .Int(pdo.Block.Event)
-        .EndArray();
-    json.Field("NoMapping", pdo.Block.NoMapping);
-    const PdoSettings& settings = pdo.Settings;
-    json.Key("Settings")
-        .BeginObject()
-        .Field("CobId", settings.CobId)
-        .Field("EventTime", settings.EventTime)
-        .Field("InhibitTime", settings.InhibitTime)
-        .Field("Comm", settings.Comm)
-        .Field("Mode", settings.Mode)
-        .Field("Bytes", settings.Bytes)
-        .Field("Pcfg", settings.Pcfg)
-        .Field("MappingCount", settings.MappingCount);
-    json.Key("Mappings").BeginArray();
-    for (const PdoMapping& mapping : settings.Mappings) {
-        WriteMapping(json, mapping);
+    void Field(std::string_view name, const std::string& text) { Key(name).String(text); }
+    void Field(std::string_view name, std::int16_t number) { Key(name).Int(number); }
+    void Field(std::string_view name, std::int32_t number) { Key(name).Int(number); }
+
+    void BeginList(std::string_view name) {
+        Key(name).BeginArray();
+        inList_.push_back(true);
     }
-    json.EndArray().EndObject().EndObject();
-}
+    void EndList() { End(); }
+    void BeginRecord(std::string_view name) {
+        Key(name).BeginObject();
+        inList_.push_back(false);
+    }
+    void EndRecord() { End(); }
+
+private:
+    JsonWriter& Key(std::string_view name) {
+        if (inList_.empty() || !inList_.back()) {
+            json_.Key(name);
+        }
+        return json_;
+    }
+    void End() {
+        if (inList_.back()) {
+            json_.EndArray();
+        } else {
+            json_.EndObject();
+        }
+        inList_.pop_back();
+    }
+
+    JsonWriter& json_;
+    std::vector<bool> inList_; // one per open list or record
+};
 
 void WriteNode(JsonWriter& json, int slot, const Node& node) {
-    json.BeginObject()
-        .Field("Slot", slot)
-        .Field("EdsName", node.EdsName)
-        .Field("TxPdoCount", node.TxPdoCount)
-        .Field("RxPdoCount", node.RxPdoCount)
-        .Field("ParameterCount", node.ParameterCount)
-        .Field("Configured", node.Configured)
-        .Field("Expanded", node.Expanded)
-        .Field("ParameterFolderExpanded", node.ParameterFolderExpanded)
-        .Field("InUse", node.InUse);
-    json.Key("Pdos").BeginArray();
-    for (const Pdo& pdo : node.Pdos) {
-        WritePdo(json, pdo);
-    }
-    json.EndArray();
-    json.Key("Parameters").BeginArray();
-    for (const NodeParameter& parameter : node.Parameters) {
-        json.BeginObject()
-            .Field("Name", parameter.Name)
-            .Field("ObjectIndex", parameter.ObjectIndex)
-            .Field("SubIndex", parameter.SubIndex)
-            .Field("ByteCount", parameter.ByteCount)
-            .Field("Value", parameter.Value)
-            .Field("Used", parameter.Used)
-            .EndObject();
-    }
-    json.EndArray()
-        .Field("Reserved", node.Reserved)
-        .Field("repetitions", node.repetitions)
-        .Field("repetitionTime", node.repetitionTime)
-        .EndObject();
+    json.BeginObject().Field("Slot", slot);
+    JsonFields fields(json);
+    VisitNodeFields(fields, node);
+    json.EndObject();
 }
 
 } // namespace

@@ -48,7 +48,7 @@ int RunExport(const QStringList& args, Context& context) {
         context.Fail(dialog.Message);
         return kExitRefused;
     case ExportStatus::NotWritten:
-        return context.Fail(outcome.Path + ": " + outcome.Reason);
+        return context.Fail(outcome.Reason);
     case ExportStatus::NoFileName:
         break;
     }

@@ -91,6 +91,24 @@ TEST_F(BuildCommand, BuildsWhatTheScenarioDescribes) {
               (NodeParameter{"Modes of operation", "6060", "0", "1", "1", kTrue}));
 }
 
+TEST_F(BuildCommand, AFullDiskLeavesTheExistingFileAsItWas) {
+    test::WriteFileBytes(app_.File("scenario.json"),
+                         R"({"nodes": [{"node": 5, "eds": "drive.eds"}]})");
+    test::WriteFileBytes(app_.File("out.nodi"), "vecchio");
+    // Record 1 fits, record 2 does not.
+    const test::CliOutcome outcome =
+        test::RunCliWithFileSizeLimit({"--app-dir", app_.Path(), "build",
+                                       app_.File("scenario.json"), "-o", app_.File("out.nodi")},
+                                      "/opt/velmora", 20000);
+    EXPECT_EQ(outcome.status, kExitFailure);
+    EXPECT_EQ(outcome.err,
+              "velmora-cli: Errore di accesso al percorso/file: " + app_.File("out.nodi") +
+                  ": scrittura del record non riuscita (File too large): il file "
+                  "precedente non è stato modificato\n");
+    EXPECT_EQ(test::ReadFileBytes(app_.File("out.nodi")), "vecchio");
+    EXPECT_EQ(app_.Names(), (std::vector<std::string>{"eds", "out.nodi", "scenario.json"}));
+}
+
 TEST_F(BuildCommand, EmptyScenarioAndImportWarning) {
     ASSERT_EQ(Build(R"({"max_fast_pdo": 7})"), kExitOk) << err_;
     EXPECT_EQ(test::ReadFileBytes(app_.File("out.nodi")).size(), 2 * kConfigurationRecordLength);

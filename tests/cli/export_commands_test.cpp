@@ -33,13 +33,30 @@ TEST(CliExport, WritesTheControllerFileOrRefuses) {
     const std::string unwritable = dir.File("manca/altro.cop");
     result = RunCli({"export", config, "-o", unwritable});
     EXPECT_EQ(result.status, 1);
-    EXPECT_TRUE(result.err.starts_with("velmora-cli: " + unwritable + ": ")) << result.err;
+    EXPECT_TRUE(result.err.starts_with("velmora-cli: ")) << result.err;
+    EXPECT_NE(result.err.find(unwritable + ": "), std::string::npos) << result.err;
 
     SaveWorkedExample(dir, 0);
     result = RunCli({"export", config, "-o", dir.File("rifiutato.cop")});
     EXPECT_EQ(result.status, 3);
     EXPECT_EQ(result.err, "velmora-cli: Impossibile esportare\n");
     EXPECT_FALSE(std::filesystem::exists(dir.File("rifiutato.cop")));
+}
+
+TEST(CliExport, AFullDiskLeavesTheExistingFileAsItWas) {
+    test::TempDir dir;
+    const std::string config = SaveWorkedExample(dir);
+    test::WriteFileBytes(dir.File("linea.cop"), "vecchio");
+    const test::CliOutcome result =
+        test::RunCliWithFileSizeLimit({"export", config}, "/opt/velmora", 100);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err,
+              "velmora-cli: Errore di accesso al percorso/file: " + dir.File("linea.cop") +
+                  ": scrittura del file non riuscita (File too large): il file "
+                  "precedente non è stato modificato\n");
+    EXPECT_EQ(test::ReadFileBytes(dir.File("linea.cop")), "vecchio");
+    EXPECT_EQ(dir.Names(), (std::vector<std::string>{"linea.cop", "linea.nodi"}));
 }
 
 TEST(CliCheck, PrintsTheChannelDialog) {

@@ -3,6 +3,7 @@
 #include "support/temp_dir.h"
 
 #include <sstream>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -118,10 +119,33 @@ TEST(ControllerFile, TextsAreWindows1252AndFailuresAreReported) {
     broken.setstate(std::ios::badbit);
     EXPECT_FALSE(WriteControllerFile(network, broken).Complete);
 
+}
+
+TEST(ControllerFile, AFileThatCannotBeWrittenWholeKeepsWhatItHeld) {
     test::TempDir dir;
-    const ControllerFileResult result = WriteControllerFile(network, dir.Folder(), "no/x.cop");
+    const std::string path = dir.File("linea.cop");
+    test::WriteFileBytes(path, "vecchio");
+    const Network network = test::WorkedExampleNetwork();
+    // The disk fills up, or a NodeCount above the nodes in use walks past slot 500 after
+    // writing them all.
+    ControllerFileResult result =
+        WriteControllerFile(network, "", path, FileWriter::FullAfter(100));
     EXPECT_FALSE(result.Complete);
-    EXPECT_FALSE(result.Reason.empty());
+    EXPECT_EQ(result.Reason, "Errore di accesso al percorso/file: " + path +
+                                 ": scrittura del file non riuscita (No space left on device): "
+                                 "il file precedente non è stato modificato");
+    Network tooMany = network;
+    tooMany.NodeCount = 2;
+    result = WriteControllerFile(tooMany, "", path);
+    EXPECT_FALSE(result.Complete);
+    EXPECT_EQ(result.Reason.rfind("Indice non compreso nell'intervallo: " + path + ": ", 0), 0u)
+        << result.Reason;
+    EXPECT_EQ(test::ReadFileBytes(path), "vecchio");
+    EXPECT_EQ(dir.Names(), std::vector<std::string>{"linea.cop"});
+
+    result = WriteControllerFile(network, dir.Folder(), "no/x.cop");
+    EXPECT_FALSE(result.Complete);
+    EXPECT_NE(result.Reason.find(dir.File("no/x.cop")), std::string::npos);
 }
 
 } // namespace

@@ -250,13 +250,61 @@ TEST_F(Session, LoadReplacesTheNetworkAndNewEmptiesIt) {
     EXPECT_EQ(workspace_.Net.ExportPath, project_.Folder() + "a.cop");
     EXPECT_TRUE(host_.treeHasItems);
 
-    // A file that fails half-way surfaces as the run-time error, with the tree redrawn.
+    // A file that fails half-way surfaces as the run-time error naming it; the network and
+    // the tree stay as they were.
     const std::string bytes = ReadFileBytes(project_.File("a.nodi"));
     test::WriteFileBytes(project_.File("b.nodi"), bytes.substr(0, bytes.size() - 1));
     dialogs_.fileAnswers = {project_.Folder() + "b.nodi"};
+    const Network before = workspace_.Net;
     const int rebuilds = host_.rebuilds;
-    EXPECT_THROW(session_.Load(), RuntimeError);
-    EXPECT_EQ(host_.rebuilds, rebuilds + 1);
+    try {
+        session_.Load();
+        FAIL() << "no error";
+    } catch (const RuntimeError& error) {
+        EXPECT_NE(std::string(error.what()).find(project_.File("b.nodi")), std::string::npos);
+    }
+    EXPECT_TRUE(workspace_.Net == before);
+    EXPECT_EQ(host_.rebuilds, rebuilds);
+}
+
+TEST_F(Session, AFailedSaveKeepsTheFileTheNameAndTheMarks) {
+    StartUp(project_.Folder() + "demo.ovp");
+    AddNode(4);
+    session_.Save();
+    const std::string saved = ReadFileBytes(project_.File("demo.nodi"));
+
+    // Node 10's record does not fit its 15304 bytes: the save stops after node 5's record.
+    AddNode(9);
+    workspace_.Net.NodeAt(9).Parameters[0].Value = std::string(7000, 'v');
+    const auto failedSave = [&] {
+        try {
+            session_.Save();
+            ADD_FAILURE() << "no error";
+        } catch (const RuntimeError& error) {
+            const std::string message = error.what();
+            EXPECT_NE(message.find(project_.File("demo.nodi") +
+                                   ": i campi superano i 15304 byte del record: il file "
+                                   "precedente non è stato modificato"),
+                      std::string::npos)
+                << message;
+        }
+        EXPECT_EQ(ReadFileBytes(project_.File("demo.nodi")), saved);
+        EXPECT_EQ(project_.Names(), std::vector<std::string>{"demo.nodi"});
+        EXPECT_EQ(workspace_.Modified, kTrue);
+        EXPECT_EQ(host_.exports, 1); // no export after a failed save
+    };
+    failedSave();
+    EXPECT_EQ(host_.rootCaption, "demo (modificato)");
+
+    // Unnamed, Save falls into Save as: the name stays, and so does the unsaved state.
+    session_.New();
+    AddNode(9);
+    workspace_.Net.NodeAt(9).Parameters[0].Value = std::string(7000, 'v');
+    dialogs_.fileAnswers = {project_.Folder() + "demo.nodi"};
+    failedSave();
+    EXPECT_EQ(workspace_.Net.Saved, 0);
+    EXPECT_EQ(workspace_.Net.FileName, "Senza nome.eds");
+    EXPECT_TRUE(session_.HasUnsavedChanges());
 }
 
 } // namespace

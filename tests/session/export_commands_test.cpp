@@ -39,14 +39,19 @@ TEST(ExportCommands, ExportToControllerGatesAndWrites) {
     EXPECT_EQ(ExportToController(workspace, dialog).Status, ExportStatus::Refused);
     EXPECT_EQ(test::ReadFileBytes(dir.File("linea.cop")), written);
 
-    // A file that cannot be written is reported instead of the OK line.
+    // A file that cannot be written whole is reported instead of the OK line, and the one
+    // there keeps what it held (here a PCFG mask with no character stops the writing).
     workspace.Net.MaxFastPdo() = 10;
-    workspace.Net.ExportPath = dir.File("manca/linea.cop");
+    std::int16_t& mask = workspace.Net.NodeAt(0).PdoAt(1).Settings.Pcfg;
+    mask = 0x7FFF;
     const ExportOutcome failed = ExportToController(workspace, dialog);
     EXPECT_EQ(failed.Status, ExportStatus::NotWritten);
-    EXPECT_FALSE(failed.Reason.empty());
+    EXPECT_NE(failed.Reason.find(dir.File("linea.cop")), std::string::npos) << failed.Reason;
     EXPECT_EQ(dialog.Message, "Salvataggio file ORV non riuscito");
     EXPECT_EQ(dialog.Colour, MessageColour::Red);
+    EXPECT_EQ(test::ReadFileBytes(dir.File("linea.cop")), written);
+    EXPECT_EQ(dir.Names(), std::vector<std::string>{"linea.cop"});
+    mask = 0;
 
     // No export path: nothing happens; the caller shows the message.
     workspace.Net.ExportPath.clear();
@@ -70,6 +75,12 @@ TEST(ExportCommands, FinalFileAndSettingsDialog) {
     EXPECT_TRUE(test::ReadFileBytes(viewer.opened[0]).starts_with("NODO,1\r\n"));
     ViewTextFile(workspace.Net, viewer, "");
     EXPECT_EQ(viewer.opened.back(), dir.Path() + "/none.cop");
+    // A copy that cannot be written leaves the last one, which is not opened.
+    const std::string last = test::ReadFileBytes(dir.File("Dummy.$$$"));
+    workspace.Net.NodeAt(0).PdoAt(1).Settings.Pcfg = 0x7FFF;
+    EXPECT_FALSE(ShowFinalFile(workspace, viewer).Complete);
+    EXPECT_EQ(viewer.opened.size(), 2u);
+    EXPECT_EQ(test::ReadFileBytes(dir.File("Dummy.$$$")), last);
 
     ExportSettingsDialog dialog(workspace);
     EXPECT_EQ(dialog.MaxFastPdoText(), "0");

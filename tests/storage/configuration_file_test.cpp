@@ -1,10 +1,14 @@
 #include "model/runtime_error.h"
 #include "session/workspace.h"
 #include "storage/configuration_file.h"
-#include "storage/record_io.h"
+#include "support/golden_network.h"
 #include "support/temp_dir.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <sstream>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -24,39 +28,43 @@ void StartEmpty(Workspace& workspace) {
     NewNetwork(workspace.Net, workspace.AppDirectory);
 }
 
-void FillNode(Network& network, int slot, const std::string& name) {
-    Node& node = network.NodeAt(slot);
-    node.EdsName = name;
-    node.InUse = kTrue;
-    node.Expanded = kTrue;
-    node.Configured = kTrue;
-    node.TxPdoCount = 1;
-    node.RxPdoCount = 1;
-    node.ParameterCount = 1;
-    node.Reserved = -123456;
-    node.repetitions = 3;
-    node.repetitionTime = -100;
-    for (int p = 0; p <= kLastPdo; ++p) {
-        Pdo& pdo = node.PdoAt(p);
-        pdo.OwnerSlot = static_cast<std::int16_t>(slot);
-        pdo.Note = name;
-    }
-    Pdo& tx = node.PdoAt(0);
-    tx.Direction = "TX";
-    tx.Used = kTrue;
-    tx.DefaultCobId = "18A";
-    tx.PdoNumber = 0;
-    tx.Block.NoMapping = kTrue;
-    tx.Settings.Mode = "Fast";
-    tx.Settings.CobId = "18a";
-    tx.Settings.Bytes = " 4";
-    tx.Settings.Pcfg = 31;
-    tx.Settings.MappingCount = 2;
-    tx.Settings.Mappings[0] = {"Velocità", "606c", "0", "32", kTrue};
-    tx.Settings.Mappings[1] = {"Stato €", "6041", "0", "16", kTrue};
-    node.PdoAt(1).Direction = "RX";
-    node.PdoAt(1).Settings.Mode = "Slow";
-    node.Parameters[0] = {"Modes of operation", "6060", "0", "1", "1", kTrue};
+// golden.nodi was written once by SaveConfiguration from GoldenNetwork() and checked byte by
+// byte against the record layout: the file, not the code, says where each field goes.
+std::string GoldenBytes() {
+    return ReadFileBytes(VELMORA_TEST_DATA_DIR "/configuration/golden.nodi");
+}
+
+// Offsets in golden.nodi, checked by hand.
+constexpr std::size_t kMarkZeroValue = 7636; // record 1: the "0" of Parameters[5].Value
+constexpr std::size_t kFullNodeRecord = 2 * kRecord;
+constexpr std::size_t kFullNodeOwnerSlot = kFullNodeRecord + 61; // PDO 0's OwnerSlot, 6
+
+// The first position where a and b differ, npos when they are equal.
+std::size_t FirstDifference(const std::string& a, const std::string& b) {
+    const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+    return inA == a.end() && inB == b.end() ? std::string::npos
+                                            : static_cast<std::size_t>(inA - a.begin());
+}
+
+TEST(ConfigurationFile, GoldenFileLoadsIntoTheGoldenNetworkAndSavesBackByteForByte) {
+    const std::string golden = GoldenBytes();
+    ASSERT_EQ(golden.size(), 4 * kRecord);
+    const Network built = test::GoldenNetwork();
+    std::ostringstream written;
+    WriteConfiguration(built, written);
+    EXPECT_EQ(FirstDifference(written.str(), golden), std::string::npos);
+
+    Network loaded = test::EmptyNetwork("/opt/velmora");
+    std::istringstream in(golden);
+    LoadConfiguration(loaded, "/opt/velmora", in, "/cfg/", "golden.nodi");
+    EXPECT_TRUE(loaded.NodeAt(test::kGoldenFullSlot) == built.NodeAt(test::kGoldenFullSlot));
+    EXPECT_TRUE(loaded.Nodes == built.Nodes);
+    EXPECT_TRUE(loaded.ExportSettings == built.ExportSettings);
+    EXPECT_EQ(loaded.NodeCount, 2);
+
+    std::ostringstream saved;
+    WriteConfiguration(loaded, saved);
+    EXPECT_EQ(FirstDifference(saved.str(), golden), std::string::npos);
 }
 
 TEST(ConfigurationFile, EmptyNetworkWritesTheMarkAndTheSettingsOnly) {
@@ -65,23 +73,10 @@ TEST(ConfigurationFile, EmptyNetworkWritesTheMarkAndTheSettingsOnly) {
     StartEmpty(workspace);
     workspace.Net.MaxFastPdo() = 12;
     SaveConfiguration(workspace.Net, dir.Folder(), "rete.nodi");
-
-    const std::string bytes = ReadFileBytes(dir.File("rete.nodi"));
-    ASSERT_EQ(bytes.size(), 2 * kRecord);
-    // A short string: its length as a 16-bit little-endian word, then its bytes.
-    const auto counted = [](const std::string& text) {
-        return std::string{static_cast<char>(text.size()), '\0'} + text;
-    };
-    // Mark: every string empty except the Value of parameters 3, 4 and 5 (each parameter
-    // is five strings and a word; Value is its fifth string).
-    const std::size_t parameter3 = 2 + 14 + 51 * 148 + 3 * 12 + 8;
-    EXPECT_EQ(bytes.substr(parameter3, 3), counted("1"));
-    EXPECT_EQ(bytes.substr(parameter3 + 13, 3), counted("1"));
-    EXPECT_EQ(bytes.substr(parameter3 + 26, 3), counted("0"));
-    EXPECT_EQ(bytes.find_first_not_of('\0', parameter3 + 29), kRecord); // filler is zero
-    // Settings: DefaultFilePath, then MaxFastPdo.
-    EXPECT_EQ(bytes.substr(kRecord, 26),
-              counted("/opt/velmora/none.cop") + std::string("\x0C\0\0", 3));
+    // The golden file starts with the same two records.
+    EXPECT_EQ(FirstDifference(ReadFileBytes(dir.File("rete.nodi")),
+                              GoldenBytes().substr(0, 2 * kRecord)),
+              std::string::npos);
     EXPECT_EQ(workspace.Net.Saved, kTrue);
 
     Workspace loaded;
@@ -95,11 +90,9 @@ TEST(ConfigurationFile, EmptyNetworkWritesTheMarkAndTheSettingsOnly) {
 TEST(ConfigurationFile, SavedNetworkLoadsBackIdenticalAndSavesToIdenticalBytes) {
     TempDir dir;
     Workspace workspace;
-    StartEmpty(workspace);
-    FillNode(workspace.Net, 4, "drive");
-    FillNode(workspace.Net, 9, "io_è");
-    FillNode(workspace.Net, kLastSlot, "last");
-    workspace.Net.NodeCount = 3;
+    workspace.AppDirectory = "/opt/velmora";
+    workspace.Net = test::GoldenNetwork();
+    test::AddNode(workspace.Net, kLastSlot, 1, 1, "Fast", "ultimo");
     SaveConfiguration(workspace.Net, dir.Folder(), "impianto.nodi");
     const std::string first = ReadFileBytes(dir.File("impianto.nodi"));
     EXPECT_EQ(first.size(), 5 * kRecord);
@@ -108,11 +101,11 @@ TEST(ConfigurationFile, SavedNetworkLoadsBackIdenticalAndSavesToIdenticalBytes) 
     StartEmpty(loaded);
     LoadIntoWorkspace(loaded, dir.Folder(), "impianto.nodi");
     workspace.Net.ExportPath = dir.Folder() + "impianto.cop";
-    EXPECT_EQ(loaded.Net, workspace.Net);
-    // Three configured nodes, one fast TX and one slow RX PDO each.
-    EXPECT_EQ(loaded.Channels.txFast, 3);
-    EXPECT_EQ(loaded.Channels.rxSlow, 3);
-    EXPECT_EQ(loaded.Channels.rxFast, 0);
+    EXPECT_TRUE(loaded.Net == workspace.Net);
+    // The configured nodes: node 7 with a fast TX and a slow RX PDO, node 501 with two fast.
+    EXPECT_EQ(loaded.Channels.txFast, 2);
+    EXPECT_EQ(loaded.Channels.rxFast, 1);
+    EXPECT_EQ(loaded.Channels.rxSlow, 1);
 
     // A plain save rewrites the same file, after removing a stray "impianto.nodi.nodi".
     test::WriteFileBytes(dir.File("impianto.nodi.nodi"), "old");
@@ -121,68 +114,73 @@ TEST(ConfigurationFile, SavedNetworkLoadsBackIdenticalAndSavesToIdenticalBytes) 
     EXPECT_FALSE(std::filesystem::exists(dir.File("impianto.nodi.nodi")));
 
     // Only PDO 0's OwnerSlot says where a record goes.
-    loaded.Net.NodeAt(9).PdoAt(0).OwnerSlot = 20;
+    loaded.Net.NodeAt(test::kGoldenBareSlot).PdoAt(0).OwnerSlot = 20;
     SaveConfiguration(loaded.Net, "", "");
     LoadIntoWorkspace(loaded, dir.Folder(), "impianto.nodi");
-    EXPECT_EQ(loaded.Net.NodeAt(9).InUse, 0);
-    EXPECT_EQ(loaded.Net.NodeAt(20).EdsName, "io_è");
+    EXPECT_EQ(loaded.Net.NodeAt(test::kGoldenBareSlot).InUse, 0);
+    EXPECT_EQ(loaded.Net.NodeAt(20).EdsName, "io_€");
 }
 
-TEST(ConfigurationFile, SaveFailuresLeaveTheRecordsWrittenAndSavedClear) {
+TEST(ConfigurationFile, AFailedSaveLeavesTheFileAndTheNetworkAsTheyWere) {
     TempDir dir;
-    Workspace workspace;
-    StartEmpty(workspace);
-    FillNode(workspace.Net, 1, "ok");
-    FillNode(workspace.Net, 2, "big");
-    // 8784 bytes of empty record leave 6520 for the texts of one node.
-    workspace.Net.NodeAt(2).Parameters[7].Value = std::string(7000, 'v');
-    workspace.Net.NodeCount = 2;
-    try {
-        SaveConfiguration(workspace.Net, dir.Folder(), "a.nodi");
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Code(), ErrorCode::BadRecordLength);
-    }
-    EXPECT_EQ(ReadFileBytes(dir.File("a.nodi")).size(), 3 * kRecord);
-    EXPECT_EQ(workspace.Net.Saved, 0);
+    const std::string path = dir.File("a.nodi");
+    WriteFileBytes(path, "vecchio");
+    Network network = test::GoldenNetwork();
+    const auto failure = [&](const FileWriter& files) {
+        try {
+            SaveConfiguration(network, dir.Folder(), "a.nodi", files);
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(ReadFileBytes(path), "vecchio");
+            EXPECT_EQ(dir.Names(), std::vector<std::string>{"a.nodi"});
+            EXPECT_EQ(network.Saved, 0);
+            EXPECT_EQ(network.FileName, "Senza nome.eds");
+            return std::make_pair(error.Code(), std::string(error.what()));
+        }
+        return std::make_pair(ErrorCode::InvalidArgument, std::string("nessun errore"));
+    };
 
+    // The disk fills up in the middle of record 3.
+    EXPECT_EQ(failure(FileWriter::FullAfter(2 * kRecord + 100)).second,
+              "Errore di accesso al percorso/file: " + path +
+                  ": scrittura del record non riuscita (No space left on device): il file "
+                  "precedente non è stato modificato");
+    // Record 4 does not fit its 15304 bytes: 8784 bytes of empty record leave 6520 for the
+    // texts of one node.
+    std::string& value = network.NodeAt(test::kGoldenBareSlot).Parameters[7].Value;
+    value = std::string(7000, 'v');
+    EXPECT_EQ(failure(FileWriter()).first, ErrorCode::BadRecordLength);
+    value.clear();
     // A NodeCount above the nodes in use walks past slot 500 after writing them all.
-    workspace.Net.NodeAt(2).Parameters[7].Value.clear();
-    workspace.Net.NodeCount = 3;
-    try {
-        SaveConfiguration(workspace.Net, "", "");
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.Code(), ErrorCode::SubscriptOutOfRange);
-    }
-    EXPECT_EQ(ReadFileBytes(dir.File("a.nodi")).size(), 4 * kRecord);
-
-    workspace.Net.NodeCount = 2;
-    EXPECT_THROW(SaveConfiguration(workspace.Net, dir.Folder() + "missing/", "a.nodi"),
-                 RuntimeError);
-    EXPECT_THROW(SaveConfiguration(workspace.Net, dir.Folder(), ""), RuntimeError);
+    network.NodeCount = 3;
+    EXPECT_EQ(failure(FileWriter()).first, ErrorCode::SubscriptOutOfRange);
+    network.NodeCount = 2;
+    EXPECT_THROW(SaveConfiguration(network, dir.Folder() + "missing/", "a.nodi"), RuntimeError);
+    EXPECT_THROW(SaveConfiguration(network, dir.Folder(), ""), RuntimeError);
+    EXPECT_EQ(dir.Names(), std::vector<std::string>{"a.nodi"});
 }
 
+// Damaged copies of the golden file, loaded over a network that holds the golden one.
 class HostileFile : public ::testing::Test {
 protected:
     void SetUp() override {
-        Workspace workspace;
-        StartEmpty(workspace);
-        FillNode(workspace.Net, 4, "a");
-        FillNode(workspace.Net, 9, "b");
-        workspace.Net.NodeCount = 2;
-        SaveConfiguration(workspace.Net, dir_.Folder(), "good.nodi");
-        good_ = ReadFileBytes(dir_.File("good.nodi"));
+        good_ = GoldenBytes();
+        WriteFileBytes(dir_.File("good.nodi"), good_);
         StartEmpty(loaded_);
+        LoadIntoWorkspace(loaded_, dir_.Folder(), "good.nodi");
+        before_ = loaded_.Net;
     }
 
-    // Loads bytes as a file; returns the error code, or nullopt when it loaded.
+    // Loads bytes as a file; returns the error code, or nullopt when it loaded. A load that
+    // fails names the file and leaves the network as it was.
     std::optional<ErrorCode> Load(const std::string& bytes) {
         WriteFileBytes(dir_.File("bad.nodi"), bytes);
         try {
             LoadIntoWorkspace(loaded_, dir_.Folder(), "bad.nodi");
             return std::nullopt;
         } catch (const RuntimeError& error) {
+            EXPECT_NE(std::string(error.what()).find(dir_.File("bad.nodi")), std::string::npos)
+                << error.what();
+            EXPECT_TRUE(loaded_.Net == before_);
             return error.Code();
         }
     }
@@ -190,44 +188,36 @@ protected:
     TempDir dir_;
     std::string good_;
     Workspace loaded_;
+    Network before_;
 };
 
-TEST_F(HostileFile, TruncatedFilesKeepTheCompleteRecordsAndFail) {
+TEST_F(HostileFile, TruncatedFilesAreRefusedWhole) {
     EXPECT_EQ(Load(good_.substr(0, 3 * kRecord + 100)), ErrorCode::BadRecordLength);
-    EXPECT_EQ(loaded_.Net.NodeAt(4).EdsName, "a");
-    EXPECT_EQ(loaded_.Net.NodeAt(9).InUse, 0);
-
-    StartEmpty(loaded_);
     EXPECT_EQ(Load(good_.substr(0, kRecord + 7)), ErrorCode::BadRecordLength);
-    EXPECT_EQ(loaded_.Net.NodeAt(4).InUse, 0);
 }
 
-TEST_F(HostileFile, FilesWithoutTheMarkAreRefusedBeforeAnythingChanges) {
-    loaded_.Net.NodeAt(3).EdsName = "kept";
+TEST_F(HostileFile, FilesWithoutTheMarkAreRefused) {
     EXPECT_EQ(Load(""), ErrorCode::UnsupportedFormat);
     EXPECT_EQ(Load(good_.substr(0, 5000)), ErrorCode::UnsupportedFormat);
     std::string earlier = good_;
-    const std::size_t parameter5 = 2 + 14 + 51 * 148 + 3 * 12 + 8 + 26;
-    earlier[parameter5 + 2] = '1'; // "1", "1", "1"
+    earlier[kMarkZeroValue] = '1'; // "1", "1", "1"
     EXPECT_EQ(IsCurrentFormat(dir_.File("good.nodi")), 1);
     EXPECT_EQ(Load(earlier), ErrorCode::UnsupportedFormat);
-    EXPECT_EQ(loaded_.Net.NodeAt(3).EdsName, "kept");
 }
 
 TEST_F(HostileFile, BadFieldsAndBadSlotsStopTheLoad) {
+    // The last node record is the bad one, so the good ones before it were read already.
     std::string longString = good_;
-    longString[2 * kRecord] = '\xFF'; // EdsName of the first node claims 65535 bytes
-    longString[2 * kRecord + 1] = '\xFF';
+    longString[3 * kRecord] = '\xFF'; // EdsName of the second node claims 65535 bytes
+    longString[3 * kRecord + 1] = '\xFF';
     EXPECT_EQ(Load(longString), ErrorCode::BadRecordLength);
 
-    std::string badSlot = good_;
-    // Node b: EdsName "b", seven words, then PDO 0: "18A", Used, Note "b", "TX", OwnerSlot.
-    const std::size_t ownerSlot = 3 * kRecord + (2 + 1) + 14 + (2 + 3) + 2 + (2 + 1) + (2 + 2);
-    ASSERT_EQ(badSlot[ownerSlot], 9);
+    std::string badSlot = good_ + good_.substr(kFullNodeRecord, kRecord);
+    const std::size_t ownerSlot = kFullNodeOwnerSlot + 2 * kRecord;
+    ASSERT_EQ(badSlot[ownerSlot], test::kGoldenFullSlot);
     badSlot[ownerSlot] = static_cast<char>(9999 & 0xFF);
     badSlot[ownerSlot + 1] = static_cast<char>(9999 >> 8);
     EXPECT_EQ(Load(badSlot), ErrorCode::SubscriptOutOfRange);
-    EXPECT_EQ(loaded_.Net.NodeAt(4).EdsName, "a"); // stored before the failure
 
     std::string dirty = good_; // non-zero filler is ignored
     dirty[kRecord - 1] = 'z';
@@ -241,6 +231,7 @@ TEST_F(HostileFile, MissingFilesAndFoldersAreRunTimeErrors) {
     EXPECT_THROW(LoadIntoWorkspace(loaded_, dir_.Folder(), "folder.nodi"), RuntimeError);
     EXPECT_THROW(LoadIntoWorkspace(loaded_, dir_.Folder(), "missing.nodi"), RuntimeError);
     EXPECT_THROW(IsCurrentFormat(dir_.File("missing.nodi")), RuntimeError);
+    EXPECT_TRUE(loaded_.Net == before_);
 }
 
 TEST(ConfigurationFile, ConfigurationNameDerivesTheExportPath) {

@@ -4,6 +4,7 @@
 // object goes away. Paths are UTF-8 texts ending without a separator.
 
 #include <string>
+#include <vector>
 
 namespace velmora::test {
 
@@ -19,6 +20,8 @@ public:
     std::string File(const std::string& name) const;
     // Path() + "/", as the system's folders end.
     std::string Folder() const { return path_ + "/"; }
+    // The names of the entries in the folder, sorted.
+    std::vector<std::string> Names() const;
 
 private:
     std::string path_;
