@@ -167,6 +167,13 @@ void ReadNodeRecord(RecordReader& reader, Node& node) {
     VisitNode(reader, node);
 }
 
+void ValidateNodeRecord(std::string_view record) {
+    static const Node shape;
+    RecordReader reader(record);
+    RecordValidator validator{reader};
+    VisitNode(validator, shape);
+}
+
 void SaveConfiguration(Network& network, const std::string& directory, const std::string& name) {
     if (!directory.empty()) {
         network.Directory = directory;
@@ -255,12 +262,9 @@ void LoadConfiguration(Network& network, const std::string& appDirectory, std::i
 
     // Each record is checked whole before it replaces its slot, so a bad record leaves the
     // slot as it was; reading straight into the slot avoids copying a whole node.
-    static const Node shape;
     int nodesRead = 0;
     while (ReadRecord(in, record)) {
-        RecordReader validation(record);
-        RecordValidator validator{validation};
-        VisitNode(validator, shape);
+        ValidateNodeRecord(record);
         RecordReader reader(record);
         ReadNodeRecord(reader, network.NodeAt(OwnerSlotOf(record)));
         if (nodesRead == INT16_MAX) {
