@@ -108,10 +108,12 @@ bool InsertProduct(const NodeImport& target, const Node& stored, int slot,
 
 } // namespace
 
-std::vector<int> SuccessiveFreeSlots(const Network& network, int first, int count) {
+std::vector<int> SuccessiveFreeSlots(const Network& network, int first, int count,
+                                     const std::vector<int>& taken) {
     std::vector<int> slots;
     for (int slot = first; slot <= kLastSlot && static_cast<int>(slots.size()) < count; ++slot) {
-        if (slots.empty() || network.NodeAt(slot).InUse == 0) {
+        if (slots.empty() || (network.NodeAt(slot).InUse == 0 &&
+                              std::find(taken.begin(), taken.end(), slot) == taken.end())) {
             slots.push_back(slot);
         }
     }

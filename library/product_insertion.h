@@ -54,9 +54,11 @@ struct InsertionOutcome {
 // The message box title of a refused insertion.
 inline constexpr const char* kInsertionErrorTitle = "Errore";
 
-// The slots of count copies placed from slot first on: first itself, then the next free
-// slots above the previous one. Fewer than count when slot 500 is passed.
-std::vector<int> SuccessiveFreeSlots(const Network& network, int first, int count);
+// The slots of count copies placed from slot first on: first itself, then the next slots
+// above the previous one that are free in the network and not in taken (the slots of
+// earlier placements). Fewer than count when slot 500 is passed.
+std::vector<int> SuccessiveFreeSlots(const Network& network, int first, int count,
+                                     const std::vector<int>& taken = {});
 
 // Inserts the placements in order, all or nothing. First every product's EDS file
 // (EdsName + ".eds", its name matched regardless of case) must be in the EDS folder and every

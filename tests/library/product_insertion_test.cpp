@@ -141,6 +141,7 @@ TEST(SuccessiveFreeSlots, SkipsOccupiedSlotsAfterTheFirst) {
     EXPECT_EQ(SuccessiveFreeSlots(network, 3, 4), (std::vector<int>{3, 5, 7, 8}));
     EXPECT_EQ(SuccessiveFreeSlots(network, 4, 2), (std::vector<int>{4, 5}));
     EXPECT_EQ(SuccessiveFreeSlots(network, 499, 5), (std::vector<int>{499, 500}));
+    EXPECT_EQ(SuccessiveFreeSlots(network, 3, 3, {5, 7}), (std::vector<int>{3, 8, 9}));
 }
 
 } // namespace
