@@ -168,10 +168,15 @@ DialogRequest MainCommands::Run(Command command) {
         session_.MarkModified();
         return {Kind::ExportSettings};
     case Command::SaveToLibrary:
-    case Command::EditLibrary:
+        if (target_.Slot < 0) {
+            ShowSelectAnItemAlert();
+            return {};
+        }
+        return {Kind::SaveToLibrary, target_.Slot};
     case Command::TakeFromLibrary:
-        LibraryUnavailable();
-        return {};
+        return {Kind::TakeFromLibrary};
+    case Command::EditLibrary:
+        return {Kind::EditLibrary};
     case Command::HelpContents:
         help_.OpenHelpPage(HelpPage::Main);
         return {};
@@ -278,6 +283,7 @@ void MainCommands::DialogClosed(const DialogRequest& request, bool changed) {
         case Kind::AddNode:
         case Kind::ModifyNode:
         case Kind::PasteNode:
+        case Kind::TakeFromLibrary:
             if (changed) {
                 AfterChange();
                 EnableNodeCommands(true);
@@ -379,10 +385,6 @@ void MainCommands::ShowSelectAnItemAlert() {
         BlockingAlert("MainWin", "Selezionare un elemento dalla treeView e scegliere un azione ",
                       "oppure fare doppio click sull'elemento desiderato"));
     windowEnabled_ = true;
-}
-
-void MainCommands::LibraryUnavailable() {
-    dialogs_.Inform("Libreria", "La libreria dei prodotti non è ancora disponibile.");
 }
 
 void MainCommands::NetworkEmptied() {

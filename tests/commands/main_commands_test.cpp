@@ -66,9 +66,11 @@ protected:
 TEST_F(MainWindow, ToolbarDispatchesByKeyNotByPosition) {
     EXPECT_EQ(main_.ClickButton(5), DialogRequest{}); // "Stampa file di configurazione"
     EXPECT_TRUE(dialogs_.shown.empty());
-    main_.ClickButton(7); // "Aggiungi nodo da LIB" has key 13: the library insertion
-    ASSERT_EQ(dialogs_.shown.size(), 1u);
-    EXPECT_EQ(dialogs_.shown[0].rfind("Inform: Libreria | ", 0), 0u);
+    // "Aggiungi nodo da LIB" has key 13: the library insertion.
+    EXPECT_EQ(main_.ClickButton(7).Dialog, Kind::TakeFromLibrary);
+    EXPECT_EQ(main_.ClickButton(14).Dialog, Kind::EditLibrary);
+    EXPECT_EQ(main_.Execute(Command::SaveToLibrary), DialogRequest{}); // no node selected
+    EXPECT_EQ(alerts_.shown.back().Source, "MainWin");
     EXPECT_EQ(main_.ClickButton(6).Dialog, Kind::AddNode);
     EXPECT_EQ(main_.ClickButton(12).Dialog, Kind::None); // export without a name: message
     EXPECT_EQ(dialogs_.shown.back(),
@@ -106,6 +108,8 @@ TEST_F(MainWindow, NodeCommandsFollowTheNetworkAndTheSelection) {
     EXPECT_TRUE(main_.IsEnabled(Command::ConfigurePdo));
     EXPECT_EQ(main_.Execute(Command::ConfigurePdo), (DialogRequest{Kind::PdoEditor, 4, 1}));
     EXPECT_NE(main_.InfoText().find("pdo_TX2"), std::string::npos);
+    EXPECT_TRUE(main_.IsEnabled(Command::SaveToLibrary));
+    EXPECT_EQ(main_.Execute(Command::SaveToLibrary), (DialogRequest{Kind::SaveToLibrary, 4}));
 
     // Removing every node resets the commands as NewNetwork does.
     main_.SelectItem(ItemWithKey("4@drive"));
