@@ -68,10 +68,33 @@ template <typename Io, typename NodeRef> void VisitNode(Io& io, NodeRef& node) {
     io.Field(node.repetitionTime);
 }
 
-// Walks a record's fields with the reader's bounds checks but stores nothing.
+// Walks a record's fields and stores nothing. Only string lengths are read, each after a
+// check that it lies inside the record; numbers just advance the position, which is checked
+// against the record's end at the next string and once at the end. The result is the same as
+// a walk with the reader's per-field checks, at a fraction of the cost.
 struct RecordValidator {
-    RecordReader& reader;
-    template <typename Value> void Field(const Value& value) { reader.Skip(value); }
+    std::string_view record;
+    std::size_t position = 0;
+
+    void Field(const std::string&) {
+        if (position + 2 > record.size()) {
+            Overrun();
+        }
+        const auto* at = reinterpret_cast<const unsigned char*>(record.data() + position);
+        position += 2 + static_cast<std::size_t>(at[0] | (at[1] << 8));
+    }
+    void Field(std::int16_t) { position += 2; }
+    void Field(std::int32_t) { position += 4; }
+    void End() const {
+        if (position > record.size()) {
+            Overrun();
+        }
+    }
+    [[noreturn]] void Overrun() const {
+        throw RuntimeError(ErrorCode::BadRecordLength,
+                           "i campi superano i " + std::to_string(record.size()) +
+                               " byte del record");
+    }
 };
 
 // The slot a node record belongs to: the OwnerSlot of its PDO 0, checked against 0..500.
@@ -169,9 +192,9 @@ void ReadNodeRecord(RecordReader& reader, Node& node) {
 
 void ValidateNodeRecord(std::string_view record) {
     static const Node shape;
-    RecordReader reader(record);
-    RecordValidator validator{reader};
+    RecordValidator validator{record};
     VisitNode(validator, shape);
+    validator.End();
 }
 
 void SaveConfiguration(Network& network, const std::string& directory, const std::string& name) {

@@ -66,10 +66,4 @@ void RecordReader::Field(std::string& utf8) {
     }
 }
 
-void RecordReader::Skip(const std::string&) {
-    std::int16_t length = 0;
-    Field(length);
-    Take(static_cast<std::uint16_t>(length));
-}
-
 } // namespace velmora

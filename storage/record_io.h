@@ -71,11 +71,6 @@ public:
             (static_cast<std::uint32_t>(at[2]) << 16) | (static_cast<std::uint32_t>(at[3]) << 24));
     }
 
-    // Moves past a field without storing it, with the same bounds checks.
-    void Skip(const std::string&);
-    void Skip(std::int16_t) { Take(2); }
-    void Skip(std::int32_t) { Take(4); }
-
 private:
     const char* Take(std::size_t count) {
         if (count > record_.size() - position_) {
