@@ -19,7 +19,8 @@ inline constexpr std::size_t kRecord = kConfigurationRecordLength;
     throw RuntimeError(code, path + ": " + reason);
 }
 
-// The leading fields of a Node-layout record, read from a record that passed the validator.
+// The leading fields of a Node-layout record; a field running past the record is the
+// BadRecordLength error.
 struct RecordHead {
     std::string EdsName;
     std::int16_t TxPdoCount = 0;
@@ -55,12 +56,13 @@ std::string_view CheckedNodeRecord(std::string_view bytes, const std::string& pa
     }
     const std::string_view markRecord = bytes.substr(0, kRecord);
     const std::string_view nodeRecord = bytes.substr(kRecord);
+    // Only the mark's own fields are read; the rest of record 1 is ignored, as filler is.
+    RecordHead mark;
     try {
-        ValidateNodeRecord(markRecord);
+        mark = ReadHead(markRecord);
     } catch (const RuntimeError&) {
         Refuse(ErrorCode::UnsupportedFormat, path, "non è un prodotto della libreria");
     }
-    const RecordHead mark = ReadHead(markRecord);
     if (mark.EdsName != kProductMark) {
         Refuse(ErrorCode::UnsupportedFormat, path, "non è un prodotto della libreria");
     }
@@ -125,20 +127,19 @@ ProductSummary ReadProductSummary(std::string_view bytes, const std::string& pat
     return {std::move(head.EdsName), head.TxPdoCount, head.RxPdoCount, head.ParameterCount};
 }
 
-std::string ReadProductBytes(const std::string& path) {
+void ReadProductBytes(const std::string& path, std::string& bytes) {
     std::ifstream file(ToFsPath(path), std::ios::binary);
     if (!file || !IsExistingFile(path)) {
         throw RuntimeError(ErrorCode::FileNotFound, path);
     }
-    // A product is two records; reading stops a little past them, enough to tell that a
+    // A product is two records; reading stops one byte past them, enough to tell that a
     // longer file is too long, so a huge foreign file is never read whole.
-    std::string bytes(2 * kRecord + 1, '\0');
+    bytes.resize(2 * kRecord + 1);
     file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     bytes.resize(static_cast<std::size_t>(file.gcount()));
     if (file.bad()) {
         throw RuntimeError(ErrorCode::PathFileAccess, "lettura di " + path);
     }
-    return bytes;
 }
 
 void WriteProductBytes(const std::string& path, std::string_view bytes) {

@@ -8,10 +8,10 @@
 //   record 2, the node: the Node record as it stood in the network (EdsName without
 //             extension, counts, every PDO with its settings and mappings, the parameters,
 //             the reserved word and the time-outs).
-// A file is accepted only whole: exactly two records, both passing the validated reader, the
-// mark and format number as above, a node in use with an EDS name and counts within the
-// records' bounds. Anything else is refused with the file's path and the reason; nothing is
-// half-read.
+// A file is accepted only whole: exactly two records, the mark and format number as above
+// (the rest of record 1 is ignored, as a record's filler is), the node record passing the
+// validated reader, a node in use with an EDS name and counts within the records' bounds. Anything
+// else is refused with the file's path and the reason; nothing is half-read.
 
 #include <cstdint>
 #include <iosfwd>
@@ -54,8 +54,9 @@ void ReadProductFile(std::string_view bytes, const std::string& path, Node& node
 // The same checks, returning only the summary (no Node is built).
 ProductSummary ReadProductSummary(std::string_view bytes, const std::string& path);
 
-// The whole content of the file at path; FileNotFound when it cannot be read.
-std::string ReadProductBytes(const std::string& path);
+// The content of the file at path into bytes (whose storage is reused), up to one byte more
+// than a product holds; FileNotFound when it cannot be opened.
+void ReadProductBytes(const std::string& path, std::string& bytes);
 
 // Writes bytes as the file at path, replacing it. Every product file is written here, so that
 // the way files are replaced on disk is decided in one place. A failure is PathFileAccess.

@@ -149,12 +149,14 @@ std::string ProductLibrary::ProductPath(std::string_view category, std::string_v
 
 LibraryListing ProductLibrary::List() const {
     LibraryListing listing;
+    std::string bytes;
     for (std::string& category : Categories()) {
         LibraryCategory& entry = listing.Categories.emplace_back();
         for (std::string& name : Entries(CategoryPath(category), true)) {
             const std::string path = ProductPath(category, name);
             try {
-                ProductSummary summary = ReadProductSummary(ReadProductBytes(path), path);
+                ReadProductBytes(path, bytes);
+                ProductSummary summary = ReadProductSummary(bytes, path);
                 entry.Products.push_back({std::move(name), std::move(summary)});
             } catch (const RuntimeError& error) {
                 listing.Problems.push_back(error.what());
@@ -198,7 +200,9 @@ LibraryOutcome ProductLibrary::Load(std::string_view category, std::string_view 
         return IsDirectory(CategoryPath(category)) ? MissingProduct(category, name)
                                                    : MissingCategory(category);
     }
-    ReadProductFile(ReadProductBytes(path), path, node);
+    std::string bytes;
+    ReadProductBytes(path, bytes);
+    ReadProductFile(bytes, path, node);
     return {};
 }
 
