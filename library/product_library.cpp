@@ -147,6 +147,18 @@ std::string ProductLibrary::ProductPath(std::string_view category, std::string_v
            std::string(kProductExtension);
 }
 
+std::optional<LibraryOutcome> ProductLibrary::RefuseUnlessThere(std::string_view category,
+                                                                std::string_view name) const {
+    if (auto bad = BadNames(category, name)) {
+        return bad;
+    }
+    if (!IsExistingFile(ProductPath(category, name))) {
+        return IsDirectory(CategoryPath(category)) ? MissingProduct(category, name)
+                                                   : MissingCategory(category);
+    }
+    return std::nullopt;
+}
+
 LibraryListing ProductLibrary::List() const {
     LibraryListing listing;
     std::string bytes;
@@ -192,14 +204,10 @@ LibraryOutcome ProductLibrary::Save(std::string_view category, std::string_view 
 
 LibraryOutcome ProductLibrary::Load(std::string_view category, std::string_view name,
                                     Node& node) const {
-    if (auto bad = BadNames(category, name)) {
-        return *bad;
+    if (auto refused = RefuseUnlessThere(category, name)) {
+        return *refused;
     }
     const std::string path = ProductPath(category, name);
-    if (!IsExistingFile(path)) {
-        return IsDirectory(CategoryPath(category)) ? MissingProduct(category, name)
-                                                   : MissingCategory(category);
-    }
     std::string bytes;
     ReadProductBytes(path, bytes);
     ReadProductFile(bytes, path, node);
@@ -208,14 +216,10 @@ LibraryOutcome ProductLibrary::Load(std::string_view category, std::string_view 
 
 LibraryOutcome ProductLibrary::RemoveProduct(std::string_view category,
                                              std::string_view name) const {
-    if (auto bad = BadNames(category, name)) {
-        return *bad;
+    if (auto refused = RefuseUnlessThere(category, name)) {
+        return *refused;
     }
     const std::string path = ProductPath(category, name);
-    if (!IsExistingFile(path)) {
-        return IsDirectory(CategoryPath(category)) ? MissingProduct(category, name)
-                                                   : MissingCategory(category);
-    }
     std::error_code error;
     fs::remove(ToFsPath(path), error);
     if (error) {
@@ -226,16 +230,13 @@ LibraryOutcome ProductLibrary::RemoveProduct(std::string_view category,
 
 LibraryOutcome ProductLibrary::RenameProduct(std::string_view category, std::string_view name,
                                              std::string_view newName) const {
-    if (auto bad = BadNames(category, name)) {
-        return *bad;
+    if (auto refused = RefuseUnlessThere(category, name)) {
+        return *refused;
     }
     if (auto bad = BadName(newName, "del prodotto")) {
         return *bad;
     }
     const std::string from = ProductPath(category, name);
-    if (!IsExistingFile(from)) {
-        return MissingProduct(category, name);
-    }
     const std::string to = ProductPath(category, newName);
     if (newName != name && Exists(to)) {
         return ExistingProduct(category, newName);
@@ -246,16 +247,13 @@ LibraryOutcome ProductLibrary::RenameProduct(std::string_view category, std::str
 
 LibraryOutcome ProductLibrary::MoveProduct(std::string_view category, std::string_view name,
                                            std::string_view toCategory) const {
-    if (auto bad = BadNames(category, name)) {
-        return *bad;
+    if (auto refused = RefuseUnlessThere(category, name)) {
+        return *refused;
     }
     if (auto bad = BadName(toCategory, "della categoria")) {
         return *bad;
     }
     const std::string from = ProductPath(category, name);
-    if (!IsExistingFile(from)) {
-        return MissingProduct(category, name);
-    }
     if (!IsDirectory(CategoryPath(toCategory))) {
         return MissingCategory(toCategory);
     }

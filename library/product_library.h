@@ -96,6 +96,11 @@ public:
     LibraryOutcome RenameCategory(std::string_view category, std::string_view newName) const;
 
 private:
+    // The refusal of an operation on an existing product: a bad category or product name, a
+    // missing category, a missing product; nullopt when the product is there.
+    std::optional<LibraryOutcome> RefuseUnlessThere(std::string_view category,
+                                                    std::string_view name) const;
+
     std::string directory_; // ends with the separator
 };
 
