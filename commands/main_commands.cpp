@@ -166,10 +166,15 @@ DialogRequest MainCommands::Run(Command command) {
         session_.MarkModified();
         return {Kind::ExportSettings};
     case Command::SaveToLibrary:
-    case Command::EditLibrary:
+        if (target_.Slot < 0) {
+            ShowSelectAnItemAlert();
+            return {};
+        }
+        return {Kind::SaveToLibrary, target_.Slot};
     case Command::TakeFromLibrary:
-        LibraryUnavailable();
-        return {};
+        return {Kind::TakeFromLibrary};
+    case Command::EditLibrary:
+        return {Kind::EditLibrary};
     case Command::HelpContents:
         help_.OpenHelpPage(HelpPage::Main);
         return {};
@@ -274,6 +279,7 @@ void MainCommands::DialogClosed(const DialogRequest& request, bool changed) {
         case Kind::AddNode:
         case Kind::ModifyNode:
         case Kind::PasteNode:
+        case Kind::TakeFromLibrary:
             if (changed) {
                 AfterChange();
                 EnableNodeCommands(true);
@@ -370,10 +376,6 @@ void MainCommands::ShowSelectAnItemAlert() {
         BlockingAlert("MainWin", "Selezionare un elemento dalla treeView e scegliere un azione ",
                       "oppure fare doppio click sull'elemento desiderato"),
         windowDisabled_);
-}
-
-void MainCommands::LibraryUnavailable() {
-    dialogs_.Inform("Libreria", "La libreria dei prodotti non è ancora disponibile.");
 }
 
 void MainCommands::NetworkEmptied() {

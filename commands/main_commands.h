@@ -20,7 +20,8 @@
 //   modifying a node enables the node commands, as node creation does.
 // - Copying a node enables the paste command ("Incolla nodo", button 11), which stays
 //   disabled until a node has been copied.
-// - The product library commands say that the library is not available yet.
+// - "Salva nodo in libreria" needs a node's item selected, as the other node commands do;
+//   "Prendi nodo da libreria" and "Modifica nodo in libreria" are always available.
 
 #include "commands/command_table.h"
 #include "interfaces/configuration_host.h"
@@ -51,6 +52,9 @@ struct DialogRequest {
         NewParameter,    // the parameter editor adding a parameter to Slot
         Timeout,         // the time-out dialog for Slot
         PasteNode,       // the paste dialog for the node copied from Slot
+        SaveToLibrary,   // the save-to-library dialog for the node of Slot
+        TakeFromLibrary, // the dialog inserting nodes from the product library
+        EditLibrary,     // the library manager
         ExportSettings,  // the export settings dialog
         ChannelDialog,   // show the channel dialog (Workspace::ChannelDialog)
         About,           // the about box
@@ -92,6 +96,8 @@ public:
 
     // What the window shows.
     const NetworkTree& Tree() const { return tree_; }
+    // The insertion from the library sets the tree's CollapseOnRebuild.
+    NetworkTree& Tree() { return tree_; }
     int SelectedItem() const { return selected_; }
     bool IsEnabled(Command command) const;
     bool IsButtonEnabled(int position) const;
@@ -124,7 +130,6 @@ private:
     void CopySelected();
     void AddEdsFile();
     void ShowSelectAnItemAlert();
-    void LibraryUnavailable();
     DialogRequest ExportCommand();
 
     Workspace& workspace_;

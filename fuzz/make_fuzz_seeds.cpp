@@ -2,6 +2,7 @@
 // (named after it), as starting points: random bytes rarely get past a 15304-byte format
 // mark.
 
+#include "library/product_file.h"
 #include "session/workspace.h"
 #include "storage/configuration_file.h"
 
@@ -70,6 +71,12 @@ int main(int argc, char* argv[]) {
     }
     workspace.Net.NodeCount = 2;
     Write(workspace.Net, folder / "two_nodes.nodi");
+
+    // The configured node of slot 4 as a product of the library.
+    const std::filesystem::path library = std::filesystem::path(argv[1]) / "library_reader";
+    std::filesystem::create_directories(library);
+    const std::string product = velmora::ProductFileBytes(workspace.Net.NodeAt(4));
+    std::ofstream(library / "drive.libs", std::ios::binary) << product;
 
     // A small EDS with a TX and an RX PDO and their default mappings.
     const std::filesystem::path eds = std::filesystem::path(argv[1]) / "eds_reader";

@@ -5,7 +5,7 @@
 // only when all of it is written, flushed and synced to the disk does one rename put it in
 // the target's place. Any failure removes the new file and leaves the target as it was.
 // Every file the program writes whole goes through here: the configuration file, the export
-// file and its viewing copy, the "prova" dump.
+// file and its viewing copy, the "prova" dump, the product library's files.
 
 #include <cstdint>
 #include <functional>

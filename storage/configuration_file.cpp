@@ -130,6 +130,13 @@ void ApplyRecord(std::string_view record, Node& node) {
 
 } // namespace
 
+void ValidateNodeRecord(std::string_view record) {
+    static const Node shape;
+    RecordReader reader(record);
+    RecordValidator validator(reader);
+    VisitNodeFields(validator, shape);
+}
+
 void WriteNodeRecord(RecordWriter& writer, const Node& node) {
     RecordFields<RecordWriter> fields{{}, writer};
     VisitNodeFields(fields, node);

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 namespace velmora {
 
@@ -27,6 +28,11 @@ inline constexpr std::size_t kConfigurationRecordLength = 15304;
 // The field sequence of one Node-layout record, shared by the writer and the reader.
 void WriteNodeRecord(RecordWriter& writer, const Node& node);
 void ReadNodeRecord(RecordReader& reader, Node& node);
+
+// Walks every field of one Node-layout record without storing anything: a field that runs
+// past the record's end is the BadRecordLength error. A record that passes can be read with
+// ReadNodeRecord without failing half-way.
+void ValidateNodeRecord(std::string_view record);
 
 // Writes directory + name, or with an empty directory rewrites the current file
 // (Directory + FileName). Deletes that path + ".nodi" first (a missing file is not an error),

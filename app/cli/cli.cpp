@@ -70,6 +70,7 @@ const std::vector<Command>& Commands() {
         {"check", "analisi dei canali di una configurazione .nodi", RunCheck},
         {"show", "stampa l'albero della rete di una configurazione .nodi", RunShow},
         {"eds", "stampa la tabella degli oggetti di un file EDS come JSON", RunEds},
+        {"lib", "la libreria dei prodotti: list, save, insert, remove", RunLib},
     };
     return commands;
 }

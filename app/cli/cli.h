@@ -60,5 +60,6 @@ int RunExport(const QStringList& args, Context& context);
 int RunCheck(const QStringList& args, Context& context);
 int RunShow(const QStringList& args, Context& context);
 int RunEds(const QStringList& args, Context& context);
+int RunLib(const QStringList& args, Context& context);
 
 } // namespace velmora::cli

@@ -48,9 +48,11 @@ protected:
 TEST_F(MainWindow, ToolbarDispatchesByKeyNotByPosition) {
     EXPECT_EQ(main_.ClickButton(Pos::PrintFile), DialogRequest{}); // key 5 runs nothing
     EXPECT_TRUE(dialogs_.shown.empty());
-    main_.ClickButton(Pos::AddNodeFromLibrary); // key 13: the library insertion
-    ASSERT_EQ(dialogs_.shown.size(), 1u);
-    EXPECT_EQ(dialogs_.shown[0].rfind("Inform: Libreria | ", 0), 0u);
+    // "Aggiungi nodo da LIB" has key 13: the library insertion.
+    EXPECT_EQ(main_.ClickButton(Pos::AddNodeFromLibrary).Dialog, Kind::TakeFromLibrary);
+    EXPECT_EQ(main_.ClickButton(Pos::EditLibrary).Dialog, Kind::EditLibrary);
+    EXPECT_EQ(main_.Execute(Command::SaveToLibrary), DialogRequest{}); // no node selected
+    EXPECT_EQ(alerts_.shown.back().Source, "MainWin");
     EXPECT_EQ(main_.ClickButton(Pos::AddNodeFromEds).Dialog, Kind::AddNode);
     EXPECT_EQ(main_.ClickButton(Pos::ExportToOrv).Dialog, Kind::None); // no name: a message
     EXPECT_EQ(dialogs_.shown.back(),
@@ -74,6 +76,8 @@ TEST_F(MainWindow, NodeCommandsFollowTheNetworkAndTheSelection) {
 
     main_.SelectItem(ItemWithKey("TX1@4"));
     EXPECT_EQ(main_.Execute(Command::ConfigurePdo), (DialogRequest{Kind::PdoEditor, 4, 1}));
+    EXPECT_TRUE(main_.IsEnabled(Command::SaveToLibrary));
+    EXPECT_EQ(main_.Execute(Command::SaveToLibrary), (DialogRequest{Kind::SaveToLibrary, 4}));
 
     // A parameter: its own commands; removing it moves the later ones down and empties the
     // entry they leave, where the export stops.

@@ -16,9 +16,9 @@ namespace {
 // where the rank is shared on purpose (none today).
 const std::map<std::string, int>& Ranks() {
     static const std::map<std::string, int> ranks = {
-        {"model", 0},      {"pdo", 1},      {"eds", 2},        {"storage", 3},
-        {"export", 4},     {"tree", 5},     {"interfaces", 6}, {"session", 7},
-        {"presenters", 8}, {"commands", 9}, {"ui", 10},        {"app", 11},
+        {"model", 0},     {"pdo", 1},     {"eds", 2},        {"storage", 3}, {"export", 4},
+        {"tree", 5},      {"library", 6}, {"interfaces", 7}, {"session", 8}, {"presenters", 9},
+        {"commands", 10}, {"ui", 11},     {"app", 12},
     };
     return ranks;
 }

@@ -122,14 +122,14 @@ TEST_F(MainWindowWidgets, MenusAndToolbarShowTheCommandTable) {
 
 TEST_F(MainWindowWidgets, ToolbarDispatchesByKey) {
     window_->ButtonAction(7)->trigger(); // key 13: the library insertion
-    ASSERT_EQ(dialogs_.shown.size(), 1u);
-    EXPECT_TRUE(dialogs_.shown[0].starts_with("Inform: Libreria"));
-    window_->ButtonAction(5)->trigger(); // "Stampa file di configurazione": nothing
-    EXPECT_EQ(dialogs_.shown.size(), 1u);
-    EXPECT_TRUE(launcher_.opened.empty());
-    window_->ButtonAction(6)->trigger();
     ASSERT_EQ(launcher_.opened.size(), 1u);
-    EXPECT_EQ(launcher_.opened[0].Dialog, Kind::AddNode);
+    EXPECT_EQ(launcher_.opened[0].Dialog, Kind::TakeFromLibrary);
+    window_->ButtonAction(5)->trigger(); // "Stampa file di configurazione": nothing
+    EXPECT_EQ(launcher_.opened.size(), 1u);
+    EXPECT_TRUE(dialogs_.shown.empty());
+    window_->ButtonAction(6)->trigger();
+    ASSERT_EQ(launcher_.opened.size(), 2u);
+    EXPECT_EQ(launcher_.opened[1].Dialog, Kind::AddNode);
 }
 
 TEST_F(MainWindowWidgets, AddingANodeShowsItAndKeepsItsCommands) {
