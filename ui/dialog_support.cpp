@@ -3,6 +3,7 @@
 #include "interfaces/user_dialogs.h"
 
 #include <QDialog>
+#include <QKeyEvent>
 #include <QPushButton>
 
 namespace velmora {
@@ -20,6 +21,17 @@ void EnableOverParent(QDialog& dialog) {
 
 void ShowRuntimeError(UserDialogs& dialogs, const RuntimeError& error) {
     dialogs.ShowError(error.what());
+}
+
+std::optional<char32_t> FilteredKey(const QKeyEvent& key, bool withBackspace) {
+    if (key.key() == Qt::Key_Backspace) {
+        return withBackspace ? std::optional<char32_t>(U'\b') : std::nullopt;
+    }
+    const QString text = key.text();
+    if (!text.isEmpty() && text.at(0).isPrint()) {
+        return text.at(0).unicode();
+    }
+    return std::nullopt;
 }
 
 } // namespace velmora

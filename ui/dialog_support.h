@@ -13,6 +13,7 @@
 #include <QString>
 
 class QDialog;
+class QKeyEvent;
 class QWidget;
 
 namespace velmora {
@@ -44,6 +45,11 @@ void ClearAutoDefault(QWidget* root);
 // A dialog is a child of the window that opened it, and that window is disabled while the
 // dialog is open; a disabled parent would disable the dialog too, so it is enabled on its own.
 void EnableOverParent(QDialog& dialog);
+
+// The character a key press hands to a field's key filter: a printable character, and
+// Backspace as U'\b' when withBackspace; nullopt for every other key (arrows, Delete, Tab),
+// which the field handles as usual.
+std::optional<char32_t> FilteredKey(const QKeyEvent& key, bool withBackspace);
 
 // The dialog's run-time errors all go to ShowError; the name keeps the catch in one place.
 void ShowRuntimeError(UserDialogs& dialogs, const RuntimeError& error);

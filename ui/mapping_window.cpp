@@ -169,19 +169,14 @@ void MappingWindow::reject() {
 
 bool MappingWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == index_ && event->type() == QEvent::KeyPress) {
-        auto* key = static_cast<QKeyEvent*>(event);
-        const QString text = key->text();
-        char32_t typed = 0;
-        if (key->key() == Qt::Key_Backspace) {
-            typed = U'\b';
-        } else if (!text.isEmpty() && text.at(0).isPrint()) {
-            typed = text.at(0).unicode();
-        } else {
+        // Only printable characters meet the Index filter: Backspace, Delete and the arrows
+        // edit the field as usual in either base.
+        const auto typed = FilteredKey(*static_cast<QKeyEvent*>(event), false);
+        if (!typed) {
             return false;
         }
-        bool accepted = true;
-        RunShowingErrors(dialogs_, [&] { accepted = presenter_.TypeIndexKey(typed); });
-        return !accepted;
+        const auto accepted = Attempt(dialogs_, [&] { return presenter_.TypeIndexKey(*typed); });
+        return accepted.has_value() && !*accepted;
     }
     return QDialog::eventFilter(watched, event);
 }

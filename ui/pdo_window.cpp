@@ -365,17 +365,12 @@ void PdoWindow::keyPressEvent(QKeyEvent* event) {
 
 bool PdoWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == cobId_ && event->type() == QEvent::KeyPress) {
-        auto* key = static_cast<QKeyEvent*>(event);
-        const QString text = key->text();
-        char32_t typed = 0;
-        if (key->key() == Qt::Key_Backspace) {
-            typed = U'\b';
-        } else if (!text.isEmpty() && text.at(0).isPrint()) {
-            typed = text.at(0).unicode();
-        } else {
+        // Backspace goes through the COB-ID filter too, which discards it.
+        const auto typed = FilteredKey(*static_cast<QKeyEvent*>(event), true);
+        if (!typed) {
             return false; // arrows, Tab, Delete: the field's own
         }
-        const char32_t accepted = presenter_.TypeCobIdKey(typed);
+        const char32_t accepted = presenter_.TypeCobIdKey(*typed);
         if (accepted == 0) {
             return true; // discarded
         }
