@@ -21,9 +21,9 @@
 
 namespace velmora {
 
-WindowDialogs::WindowDialogs(Workspace& workspace, UserDialogs& dialogs, AlertDialog& alerts,
-                             HelpViewer& help)
-    : workspace_(workspace), dialogs_(dialogs), alerts_(alerts), help_(help) {}
+WindowDialogs::WindowDialogs(Workspace& workspace, NetworkTree& tree, UserDialogs& dialogs,
+                             AlertDialog& alerts, HelpViewer& help)
+    : workspace_(workspace), tree_(tree), dialogs_(dialogs), alerts_(alerts), help_(help) {}
 
 WindowDialogs::~WindowDialogs() = default;
 
