@@ -12,7 +12,9 @@
 #include "presenters/export_settings_dialog.h"
 #include "presenters/parameter_editor.h"
 #include "presenters/paste_dialog.h"
+#include "presenters/save_to_library_dialog.h"
 #include "presenters/timeout_dialog.h"
+#include "save_to_library_window.h"
 #include "session/workspace.h"
 #include "timeout_window.h"
 
@@ -110,6 +112,14 @@ bool WindowDialogs::OpenDialog(const DialogRequest& request, QWidget* parent) {
         EnableOverParent(window);
         window.exec();
         return window.NetworkChanged();
+    }
+    case Kind::SaveToLibrary: {
+        SaveToLibraryDialog presenter(workspace_, dialogs_);
+        presenter.Open(request.Slot);
+        SaveToLibraryWindow window(presenter, dialogs_, parent);
+        EnableOverParent(window);
+        window.exec();
+        return false; // the library is not the network
     }
     case Kind::ChannelDialog:
         ShowChannels(parent);
