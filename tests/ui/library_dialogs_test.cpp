@@ -128,5 +128,181 @@ TEST_F(LibraryDialogs, SaveOffersTheCategoriesAndReplacesOnlyAfterYes) {
     EXPECT_FALSE(fs::exists(Library().ProductPath("Sensori", "drive")));
 }
 
+// --- Prendi nodo da libreria ---
+
+TEST_F(LibraryDialogs, InsertPutsCopiesAtSuccessiveFreeNumbers) {
+    StoreDrive("Azionamenti", "drive");
+    app_.AddDrive(2); // node 3 is taken
+    const bool changed = OpenWith({Kind::TakeFromLibrary}, [this](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Prendi nodo da libreria");
+        EXPECT_EQ(Shown(dialog), "Azionamenti: drive");
+        EXPECT_FALSE(Find<QLabel>(dialog, "problems")->isVisibleTo(&dialog));
+
+        Type(dialog, "nodeNumber", "2");
+        Click(dialog, "ok");
+        EXPECT_EQ(LastAlert(), "Selezionare un prodotto dalla libreria|");
+
+        Choose(dialog, "Azionamenti", "drive");
+        EXPECT_EQ(Find<QLabel>(dialog, "details")->text(),
+                  "EDS: drive.eds\nPDO TX: 2\nPDO RX: 1\nParametri: 0");
+        Type(dialog, "copies", "0");
+        Click(dialog, "ok");
+        EXPECT_EQ(LastAlert(), "Numero di copie non valido:|inserire un numero da 1 a 501");
+        EXPECT_EQ(app_.Ws().Net.NodeCount, 1);
+
+        Type(dialog, "copies", "2");
+        Click(dialog, "ok");
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_TRUE(changed);
+    EXPECT_EQ(app_.Ws().Net.NodeCount, 3);
+    EXPECT_EQ(app_.Ws().Net.NodeAt(1).EdsName, "drive"); // node 2
+    EXPECT_NE(app_.Ws().Net.NodeAt(3).InUse, 0);         // node 4, past the taken 3
+    EXPECT_EQ(app_.Ws().Net.NodeAt(4).InUse, 0);
+    EXPECT_EQ(tree_.CollapseOnRebuild(), 1);
+}
+
+TEST_F(LibraryDialogs, InsertTakesTheListAllOrNothing) {
+    StoreDrive("Azionamenti", "drive");
+    StoreDrive("Azionamenti", "drive bis");
+    app_.AddDrive(0);
+    OpenWith({Kind::TakeFromLibrary}, [this](QDialog& dialog) {
+        Choose(dialog, "Azionamenti", "drive");
+        Type(dialog, "nodeNumber", "5");
+        Click(dialog, "add");
+        Choose(dialog, "Azionamenti", "drive bis");
+        Type(dialog, "nodeNumber", "1");
+        Click(dialog, "add");
+        auto* entries = Find<QTreeWidget>(dialog, "entries");
+        ASSERT_EQ(entries->topLevelItemCount(), 2);
+        EXPECT_EQ(entries->topLevelItem(1)->text(1), "drive bis");
+        EXPECT_EQ(entries->topLevelItem(1)->text(2), "1");
+        Picture(dialog, "library-insert");
+
+        Click(dialog, "ok");
+        EXPECT_EQ(LastAlert(), "Il nodo 1 è già occupato da drive|");
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_EQ(app_.Ws().Net.NodeAt(4).InUse, 0); // nothing half-inserted
+        EXPECT_EQ(tree_.CollapseOnRebuild(), 0);
+
+        auto* remove = Find<QAbstractButton>(dialog, "removeEntry");
+        EXPECT_FALSE(remove->isEnabled());
+        QTest::mouseClick(entries->viewport(), Qt::LeftButton, {},
+                          entries->visualItemRect(entries->topLevelItem(1)).center());
+        Click(dialog, "removeEntry");
+        ASSERT_EQ(entries->topLevelItemCount(), 1);
+        Type(dialog, "nodeNumber", "6");
+        Click(dialog, "add");
+        Click(dialog, "ok");
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(app_.Ws().Net.NodeCount, 3);
+    EXPECT_NE(app_.Ws().Net.NodeAt(4).InUse, 0);
+    EXPECT_NE(app_.Ws().Net.NodeAt(5).InUse, 0);
+}
+
+// --- Modifica nodo in libreria ---
+
+TEST_F(LibraryDialogs, ManagerChangesTheDiskAndShowsItAgain) {
+    StoreDrive("Azionamenti", "drive");
+    StoreDrive("Azionamenti", "vecchio");
+    const bool changed = OpenWith({Kind::EditLibrary}, [this](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Modifica nodo in libreria");
+        EXPECT_EQ(Shown(dialog), "Azionamenti: drive vecchio");
+
+        Choose(dialog, "Azionamenti", "drive");
+        EXPECT_EQ(Find<QLineEdit>(dialog, "name")->text(), "drive");
+        Type(dialog, "name", "asse X");
+        Click(dialog, "rename");
+        EXPECT_TRUE(fs::exists(Library().ProductPath("Azionamenti", "asse X")));
+        EXPECT_EQ(Shown(dialog), "Azionamenti: asse X vecchio");
+        EXPECT_EQ(Find<QTreeWidget>(dialog, "library")->currentItem()->text(0), "asse X");
+
+        Type(dialog, "name", "Sensori");
+        Click(dialog, "newCategory");
+        EXPECT_TRUE(fs::is_directory(Library().CategoryPath("Sensori")));
+        Choose(dialog, "Azionamenti", "asse X");
+        auto* target = Find<QComboBox>(dialog, "target");
+        target->setCurrentIndex(target->findText("Sensori"));
+        Click(dialog, "move");
+        EXPECT_TRUE(fs::exists(Library().ProductPath("Sensori", "asse X")));
+        EXPECT_EQ(Shown(dialog), "Azionamenti: vecchio | Sensori: asse X");
+
+        dialogs_.yesNoAnswers = {false, true};
+        Choose(dialog, "Azionamenti", "vecchio");
+        Click(dialog, "removeProduct");
+        EXPECT_TRUE(fs::exists(Library().ProductPath("Azionamenti", "vecchio")));
+        Click(dialog, "removeProduct");
+        EXPECT_EQ(LastShown(), "YesNo: Modifica nodo in libreria | Rimuovere il prodotto "
+                               "\"vecchio\" dalla categoria \"Azionamenti\"?");
+        EXPECT_FALSE(fs::exists(Library().ProductPath("Azionamenti", "vecchio")));
+        EXPECT_EQ(Shown(dialog), "Azionamenti: | Sensori: asse X");
+
+        // Another program adds a product; Aggiorna shows it.
+        app_.AddDrive(9);
+        ASSERT_TRUE(Library().Save("Sensori", "encoder", app_.Ws().Net.NodeAt(9), false).Done());
+        EXPECT_EQ(Shown(dialog), "Azionamenti: | Sensori: asse X");
+        Click(dialog, "refresh");
+        EXPECT_EQ(Shown(dialog), "Azionamenti: | Sensori: asse X encoder");
+        Picture(dialog, "library-manager");
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_FALSE(changed);
+}
+
+TEST_F(LibraryDialogs, ManagerRefusesThroughTheMessageAndRemovesOnlyEmptyCategories) {
+    StoreDrive("Azionamenti", "drive");
+    ASSERT_TRUE(Library().CreateCategory("Vuota").Done());
+    OpenWith({Kind::EditLibrary}, [this](QDialog& dialog) {
+        Choose(dialog, "Azionamenti");
+        EXPECT_FALSE(Find<QAbstractButton>(dialog, "removeProduct")->isEnabled());
+        EXPECT_FALSE(Find<QAbstractButton>(dialog, "move")->isEnabled());
+        Type(dialog, "name", "Vuota");
+        Click(dialog, "rename");
+        EXPECT_EQ(LastShown(), "Inform: Errore | La categoria \"Vuota\" esiste già");
+        EXPECT_EQ(Find<QLineEdit>(dialog, "name")->text(), "Vuota"); // left to correct
+
+        dialogs_.yesNoAnswers = {true, true};
+        Click(dialog, "removeCategory");
+        EXPECT_EQ(LastShown(), "Inform: Errore | La categoria \"Azionamenti\" non è vuota");
+        EXPECT_TRUE(fs::exists(Library().ProductPath("Azionamenti", "drive")));
+        Choose(dialog, "Vuota");
+        Click(dialog, "removeCategory");
+        EXPECT_FALSE(fs::exists(Library().CategoryPath("Vuota")));
+        EXPECT_EQ(Shown(dialog), "Azionamenti: drive");
+    });
+}
+
+// --- A damaged product file ---
+
+TEST_F(LibraryDialogs, ADamagedProductIsNamedAndTheOthersStayListed) {
+    StoreDrive("Azionamenti", "drive");
+    const std::string damaged = Library().ProductPath("Azionamenti", "rotto");
+    std::ofstream(damaged) << "questo non è un prodotto\n";
+
+    for (const Kind kind : {Kind::TakeFromLibrary, Kind::EditLibrary}) {
+        OpenWith({kind}, [&](QDialog& dialog) {
+            EXPECT_EQ(Shown(dialog), "Azionamenti: drive");
+            auto* problems = Find<QLabel>(dialog, "problems");
+            EXPECT_TRUE(problems->isVisibleTo(&dialog));
+            const QStringList lines = problems->text().split('\n');
+            ASSERT_EQ(lines.size(), 2) << problems->text().toStdString();
+            EXPECT_EQ(lines[0], "Prodotti non leggibili:");
+            EXPECT_TRUE(lines[1].contains(QString::fromStdString(damaged)));
+            if (kind == Kind::EditLibrary) {
+                Picture(dialog, "library-manager-damaged");
+            }
+        });
+    }
+
+    // Removed by hand: Aggiorna forgets it.
+    OpenWith({Kind::EditLibrary}, [&](QDialog& dialog) {
+        fs::remove(damaged);
+        Click(dialog, "refresh");
+        EXPECT_FALSE(Find<QLabel>(dialog, "problems")->isVisibleTo(&dialog));
+    });
+}
+
 } // namespace
 } // namespace velmora::test
