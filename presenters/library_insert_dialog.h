@@ -52,6 +52,9 @@ public:
     // Chooses product (-1 for none) of category (indexes into Library()); outside the
     // listing is SubscriptOutOfRange.
     void Select(int category, int product);
+    // The chosen category and product, -1 when none.
+    int SelectedCategory() const { return category_; }
+    int SelectedProduct() const { return product_; }
     // "EDS: drive.eds", "PDO TX: 2", "PDO RX: 1", "Parametri: 1" lines of the chosen
     // product; empty when none is chosen.
     std::string Details() const;

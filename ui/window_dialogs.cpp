@@ -5,14 +5,20 @@
 #include "dialog_support.h"
 #include "export_settings_window.h"
 #include "interfaces/user_dialogs.h"
+#include "library_insert_window.h"
+#include "library_manager_window.h"
 #include "parameter_window.h"
 #include "paste_window.h"
 #include "pdo_window.h"
 #include "presenters/add_node_dialog.h"
 #include "presenters/export_settings_dialog.h"
+#include "presenters/library_insert_dialog.h"
+#include "presenters/library_manager.h"
 #include "presenters/parameter_editor.h"
 #include "presenters/paste_dialog.h"
+#include "presenters/save_to_library_dialog.h"
 #include "presenters/timeout_dialog.h"
+#include "save_to_library_window.h"
 #include "session/workspace.h"
 #include "timeout_window.h"
 
@@ -21,9 +27,9 @@
 
 namespace velmora {
 
-WindowDialogs::WindowDialogs(Workspace& workspace, UserDialogs& dialogs, AlertDialog& alerts,
-                             HelpViewer& help)
-    : workspace_(workspace), dialogs_(dialogs), alerts_(alerts), help_(help) {}
+WindowDialogs::WindowDialogs(Workspace& workspace, NetworkTree& tree, UserDialogs& dialogs,
+                             AlertDialog& alerts, HelpViewer& help)
+    : workspace_(workspace), tree_(tree), dialogs_(dialogs), alerts_(alerts), help_(help) {}
 
 WindowDialogs::~WindowDialogs() = default;
 
@@ -111,13 +117,38 @@ bool WindowDialogs::OpenDialog(const DialogRequest& request, QWidget* parent) {
         window.exec();
         return window.NetworkChanged();
     }
+    case Kind::SaveToLibrary: {
+        SaveToLibraryDialog presenter(workspace_, dialogs_);
+        presenter.Open(request.Slot);
+        SaveToLibraryWindow window(presenter, dialogs_, parent);
+        EnableOverParent(window);
+        window.exec();
+        return false; // the library is not the network
+    }
+    case Kind::TakeFromLibrary: {
+        LibraryInsertDialog presenter(workspace_, tree_, alerts_, dialogs_);
+        presenter.Open();
+        LibraryInsertWindow window(presenter, dialogs_, parent);
+        EnableOverParent(window);
+        window.exec();
+        return window.NetworkChanged();
+    }
+    case Kind::EditLibrary: {
+        LibraryManager presenter(workspace_, dialogs_);
+        presenter.Refresh();
+        LibraryManagerWindow window(presenter, dialogs_, parent);
+        EnableOverParent(window);
+        window.exec();
+        return false;
+    }
     case Kind::ChannelDialog:
         ShowChannels(parent);
         return false;
-    default:
-        dialogs_.Inform("Velmora", "Questa finestra non è ancora disponibile.");
+    case Kind::None:
+    case Kind::Quit: // the main window answers these itself; there is no dialog to open
         return false;
     }
+    return false;
 }
 
 bool WindowDialogs::HoldsWindow() const {

@@ -16,11 +16,14 @@ class UserDialogs;
 class AlertDialog;
 class HelpViewer;
 class ChannelWindow;
+class NetworkTree;
 
 class WindowDialogs : public DialogLauncher {
 public:
-    WindowDialogs(Workspace& workspace, UserDialogs& dialogs, AlertDialog& alerts,
-                  HelpViewer& help);
+    // tree is the main window's network tree (MainCommands::Tree): the insertion from the
+    // library sets its CollapseOnRebuild.
+    WindowDialogs(Workspace& workspace, NetworkTree& tree, UserDialogs& dialogs,
+                  AlertDialog& alerts, HelpViewer& help);
     ~WindowDialogs() override;
 
     bool Open(const DialogRequest& request, QWidget* parent) override;
@@ -37,6 +40,7 @@ private:
     void ShowChannels(QWidget* parent);
 
     Workspace& workspace_;
+    NetworkTree& tree_;
     UserDialogs& dialogs_;
     AlertDialog& alerts_;
     HelpViewer& help_;

@@ -64,7 +64,7 @@ int main(int argc, char* argv[]) {
     velmora::QtTextViewer viewer;
     velmora::QtHelpViewer help(workspace.AppDirectory);
     velmora::MainCommands commands(workspace, dialogs, alerts, viewer, help);
-    velmora::WindowDialogs windowDialogs(workspace, dialogs, alerts, help);
+    velmora::WindowDialogs windowDialogs(workspace, commands.Tree(), dialogs, alerts, help);
     velmora::QtSettingsStore settings;
 
     // The start-up reads the positional arguments as one command line, joined by blanks.

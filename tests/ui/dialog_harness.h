@@ -8,6 +8,7 @@
 #include "support/recording_help.h"
 #include "support/scripted_alerts.h"
 #include "support/scripted_dialogs.h"
+#include "tree/network_tree.h"
 #include "ui/window_dialogs.h"
 
 #include <functional>
@@ -25,7 +26,7 @@ namespace velmora::test {
 
 class DialogHarness : public ::testing::Test {
 protected:
-    DialogHarness() : launcher_(app_.Ws(), dialogs_, alerts_, help_) {
+    DialogHarness() : launcher_(app_.Ws(), tree_, dialogs_, alerts_, help_) {
         parent_ = std::make_unique<QWidget>();
         parent_->resize(400, 300);
         parent_->show();
@@ -82,6 +83,7 @@ protected:
     ScriptedDialogs dialogs_;
     ScriptedAlerts alerts_;
     RecordingHelp help_;
+    NetworkTree tree_; // the main window's tree, for the dialogs that set its flags
     WindowDialogs launcher_;
     std::unique_ptr<QWidget> parent_;
 };
