@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -127,7 +128,10 @@ PdoWindow::PdoWindow(PdoEditor& presenter, UserDialogs& dialogs, QWidget* parent
     tree_ = new QTreeWidget(this);
     tree_->setObjectName("mappings");
     tree_->setHeaderHidden(true);
-    tree_->setMinimumWidth(tree_->fontMetrics().horizontalAdvance(QString(36, 'x')));
+    // Room for "[6061 sub 0] modes of operation display (8 bit)"; a longer item scrolls.
+    tree_->setMinimumWidth(tree_->fontMetrics().horizontalAdvance(QString(52, 'x')));
+    tree_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    tree_->header()->setStretchLastSection(false);
     mappingCount_ = new QLabel(this);
     mappingCount_->setObjectName("mappingCount");
 
