@@ -1,13 +1,21 @@
 #include "presenters/add_node_dialog.h"
 
+#include "eds/eds_object_table.h"
+#include "eds/eds_reader.h"
 #include "eds/node_creation.h"
 #include "interfaces/alert_dialog.h"
 #include "interfaces/user_dialogs.h"
+#include "model/cp1252.h"
 #include "model/network.h"
+#include "model/paths.h"
 #include "model/runtime_error.h"
 #include "model/text.h"
 #include "pdo/node_paste.h"
 #include "session/workspace.h"
+
+#include <fstream>
+#include <memory>
+#include <sstream>
 
 namespace velmora {
 
@@ -28,6 +36,33 @@ std::string ProductOf(const std::string& file) {
 // regardless of case.
 bool MakesNodeNamed(const std::string& file, const std::string& edsName) {
     return LowerCase(file.substr(0, file.find('.'))) == LowerCase(edsName);
+}
+
+// The description of an EDS file of the folder; none when it cannot be read.
+std::optional<ProductDescription> DescribeEds(const std::string& edsDirectory,
+                                              const std::string& file) {
+    std::ifstream in(ToFsPath(ResolveNameIgnoringCase(EdsPath(edsDirectory, file))),
+                     std::ios::binary);
+    if (!in) {
+        return std::nullopt;
+    }
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    ProductDescription description;
+    try {
+        // A table of its own: the workspace's keeps the EDS that the last import loaded.
+        const auto table = std::make_unique<EdsObjectTable>();
+        std::istringstream text(bytes.str());
+        LoadEds(*table, text);
+        const EdsPdoCounts counts = CountEdsPdos(*table);
+        description.TxPdoCount = counts.txCount;
+        description.RxPdoCount = counts.rxCount;
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+    std::istringstream text(bytes.str());
+    ReadDeviceInfo(text, description);
+    return description;
 }
 
 } // namespace
@@ -60,9 +95,41 @@ std::string OccupiedNodeLine(int number, std::string_view edsName) {
 AddNodeDialog::AddNodeDialog(Workspace& workspace, AlertDialog& alerts, UserDialogs& dialogs)
     : workspace_(workspace), alerts_(alerts), dialogs_(dialogs) {}
 
+std::string ProductDescription::Text() const {
+    return "Costruttore: " + VendorName + "\nProdotto: " + ProductName +
+           "\nPDO TX: " + DecimalText(TxPdoCount) + "   PDO RX: " + DecimalText(RxPdoCount);
+}
+
+void ReadDeviceInfo(std::istream& in, ProductDescription& description) {
+    bool inDeviceInfo = false;
+    std::string line;
+    while (std::getline(in, line)) {
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
+        const std::string_view trimmed = Trim(line);
+        if (trimmed.starts_with('[')) {
+            inDeviceInfo = LowerCase(trimmed) == "[deviceinfo]";
+            continue;
+        }
+        const std::size_t equals = trimmed.find('=');
+        if (!inDeviceInfo || equals == std::string_view::npos) {
+            continue;
+        }
+        const std::string key = LowerCase(Trim(trimmed.substr(0, equals)));
+        const std::string value = Cp1252ToUtf8(Trim(trimmed.substr(equals + 1)));
+        if (key == "vendorname") {
+            description.VendorName = value;
+        } else if (key == "productname") {
+            description.ProductName = value;
+        }
+    }
+}
+
 void AddNodeDialog::Open(std::string_view mode, int slot) {
     modifySlot_ = -1;
     selected_ = -1;
+    description_.reset();
     numberText_.clear();
     files_ = workspace_.EdsFiles;
     products_.clear();
@@ -84,7 +151,7 @@ void AddNodeDialog::Open(std::string_view mode, int slot) {
     numberText_ = DecimalText(slot + 1);
     for (std::size_t i = 0; i < files_.size(); ++i) {
         if (MakesNodeNamed(files_[i], node.EdsName)) {
-            selected_ = static_cast<int>(i);
+            SelectProduct(static_cast<int>(i));
             break;
         }
     }
@@ -93,6 +160,11 @@ void AddNodeDialog::Open(std::string_view mode, int slot) {
 void AddNodeDialog::SelectProduct(int item) {
     CheckIndex(item, -1, static_cast<long long>(products_.size()) - 1, "prodotto");
     selected_ = item;
+    description_.reset();
+    if (item >= 0) {
+        description_ =
+            DescribeEds(workspace_.EdsDirectory(), files_[static_cast<std::size_t>(item)]);
+    }
 }
 
 void AddNodeDialog::Refuse(const std::string& line1, const std::string& line2) {

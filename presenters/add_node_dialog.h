@@ -13,6 +13,7 @@
 
 #include "interfaces/dialog_result.h"
 
+#include <iosfwd>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -42,6 +43,24 @@ std::string OccupiedNodeLine(int number, std::string_view edsName);
 inline constexpr const char* kBadNodeNumberLine1 = "Numero nodo non valido:";
 inline constexpr const char* kBadNodeNumberLine2 = "inserire un numero da 1 a 501";
 
+// What the dialog shows beside the list about the chosen product: the vendor and product
+// name of its EDS's [DeviceInfo] and its TX and RX PDOs as CountEdsPdos counts them.
+struct ProductDescription {
+    std::string VendorName;
+    std::string ProductName;
+    int TxPdoCount = 0;
+    int RxPdoCount = 0;
+
+    // "Costruttore: ...", "Prodotto: ..." and "PDO TX: n   PDO RX: m", one a line.
+    std::string Text() const;
+    bool operator==(const ProductDescription&) const = default;
+};
+
+// Reads the VendorName and ProductName keys of the [DeviceInfo] section of EDS text
+// (Windows-1252; section and key names in any case, values trimmed) into description; a key
+// that is missing leaves its field as it was.
+void ReadDeviceInfo(std::istream& in, ProductDescription& description);
+
 class AddNodeDialog {
 public:
     // alerts shows the dialog's refusals (source "addWin"); dialogs the import messages.
@@ -60,8 +79,12 @@ public:
     const std::vector<std::string>& Products() const { return products_; }
     // The selected product, -1 for none.
     int SelectedProduct() const { return selected_; }
-    // item -1..Products().size() - 1, else SubscriptOutOfRange.
+    // item -1..Products().size() - 1, else SubscriptOutOfRange. Reads the description of the
+    // chosen product's EDS; the dialog's network and EDS table stay as they were.
     void SelectProduct(int item);
+    // The chosen product's description; none when no product is chosen or its EDS cannot be
+    // read (the error then comes with OK, as before).
+    const std::optional<ProductDescription>& Description() const { return description_; }
     std::string& NumberText() { return numberText_; }
     const std::string& NumberText() const { return numberText_; }
 
@@ -88,6 +111,7 @@ private:
     std::vector<std::string> files_; // the EDS file behind each product
     std::vector<std::string> products_;
     int selected_ = -1;
+    std::optional<ProductDescription> description_;
     std::string numberText_;
 };
 

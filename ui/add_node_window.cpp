@@ -23,6 +23,10 @@ AddNodeWindow::AddNodeWindow(AddNodeDialog& presenter, UserDialogs& dialogs, QWi
     for (const std::string& product : presenter_.Products()) {
         products_->addItem(QString::fromStdString(product));
     }
+    description_ = new QLabel(this);
+    description_->setObjectName("description");
+    description_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    description_->setMinimumWidth(description_->fontMetrics().horizontalAdvance(QString(28, 'x')));
     number_ = new QLineEdit(this);
     number_->setObjectName("nodeNumber");
     auto* productsLabel = new QLabel(tr("&Prodotto"), this);
@@ -36,7 +40,10 @@ AddNodeWindow::AddNodeWindow(AddNodeDialog& presenter, UserDialogs& dialogs, QWi
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(productsLabel);
-    layout->addWidget(products_);
+    auto* productRow = new QHBoxLayout;
+    productRow->addWidget(products_);
+    productRow->addWidget(description_);
+    layout->addLayout(productRow);
     auto* numberRow = new QHBoxLayout;
     numberRow->addWidget(numberLabel);
     numberRow->addWidget(number_);
@@ -63,6 +70,8 @@ void AddNodeWindow::Refresh() {
     const QSignalBlocker listBlocker(products_);
     const QSignalBlocker numberBlocker(number_);
     products_->setCurrentRow(presenter_.SelectedProduct());
+    const auto& description = presenter_.Description();
+    description_->setText(description ? ToQt(description->Text()) : QString());
     const QString number = QString::fromStdString(presenter_.NumberText());
     if (number_->text() != number) {
         number_->setText(number);

@@ -1,11 +1,13 @@
 #pragma once
 
 // The add-node dialog ("Aggiungi nodo", or "Modifica nodo" on an existing node): the products
-// (the EDS files of the EDS folder, without extension), the node number, "OK" and "Annulla".
+// (the EDS files of the EDS folder, without extension) with the chosen one's vendor, name and
+// PDO counts beside them, the node number, "OK" and "Annulla".
 // Refusals come from the dialog's logic through the alert; the dialog then stays open.
 
 #include <QDialog>
 
+class QLabel;
 class QLineEdit;
 class QListWidget;
 
@@ -29,6 +31,7 @@ private:
     AddNodeDialog& presenter_;
     UserDialogs& dialogs_;
     QListWidget* products_;
+    QLabel* description_;
     QLineEdit* number_;
     bool changed_ = false;
 };

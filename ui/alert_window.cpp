@@ -10,13 +10,9 @@
 
 namespace velmora {
 
-bool AlertWindow::ShowAlert(const AlertRequest& request) {
-    // Over the dialog that raised it when one is open, else over the window.
-    QWidget* active = QApplication::activeModalWidget();
-    if (active == nullptr && parent_ != nullptr) {
-        active = parent_->window();
-    }
-    QDialog dialog(active);
+std::unique_ptr<QDialog> CreateAlertDialog(const AlertRequest& request, QWidget* parent) {
+    auto shown = std::make_unique<QDialog>(parent);
+    QDialog& dialog = *shown;
     // The window that raised it may be disabled while the alert is open.
     dialog.setEnabled(true);
     dialog.setObjectName("alertWindow");
@@ -38,8 +34,18 @@ bool AlertWindow::ShowAlert(const AlertRequest& request) {
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
     layout->addWidget(buttons);
 
-    dialog.exec();
-    return request.ShowsInsertAnyway && insertAnyway->isChecked();
+    return shown;
+}
+
+bool AlertWindow::ShowAlert(const AlertRequest& request) {
+    // Over the dialog that raised it when one is open, else over the window.
+    QWidget* active = QApplication::activeModalWidget();
+    if (active == nullptr && parent_ != nullptr) {
+        active = parent_->window();
+    }
+    const std::unique_ptr<QDialog> dialog = CreateAlertDialog(request, active);
+    dialog->exec();
+    return request.ShowsInsertAnyway && dialog->findChild<QCheckBox*>("insertAnyway")->isChecked();
 }
 
 } // namespace velmora

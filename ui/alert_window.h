@@ -7,10 +7,16 @@
 #include "interfaces/alert_dialog.h"
 
 #include <functional>
+#include <memory>
 
+class QDialog;
 class QWidget;
 
 namespace velmora {
+
+// The alert's dialog for request over parent, built but not shown: ShowAlert runs it modally,
+// the render tool draws it.
+std::unique_ptr<QDialog> CreateAlertDialog(const AlertRequest& request, QWidget* parent);
 
 class AlertWindow : public AlertDialog {
 public:

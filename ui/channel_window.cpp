@@ -75,7 +75,8 @@ ChannelWindow::ChannelWindow(ChannelDialogState& state, ChannelCounters& counter
     totals->addWidget(new QLabel(ToQt(ChannelTexts::TimeLabel), this), row, 0);
     totals->addWidget(time_, row, 1);
     ++row;
-    auto* bitRateLabel = new QLabel(ToQt(ChannelTexts::BitRateLabel), this);
+    // The one input of the dialog: Alt+B reaches it.
+    auto* bitRateLabel = new QLabel(WithAccessKey(ChannelTexts::BitRateLabel), this);
     bitRateLabel->setBuddy(bitRate_);
     totals->addWidget(bitRateLabel, row, 0);
     totals->addWidget(bitRate_, row, 1);

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -33,9 +34,12 @@ MappingWindow::MappingWindow(MappingEditor& presenter, UserDialogs& dialogs, QWi
     setWindowTitle(QString::fromStdString(presenter_.Title()));
 
     auto* toolBar = new QToolBar(this);
-    QAction* saveAction = toolBar->addAction(ToQt(MappingEditorTexts::SaveButton));
+    toolBar->setObjectName("mappingToolbar");
+    toolBar->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    QAction* saveAction =
+        toolBar->addAction(QIcon(":/icons/save.svg"), ToQt(MappingEditorTexts::SaveButton));
     saveAction->setObjectName("saveMappingButton");
-    QAction* discardAction = toolBar->addAction(tr("Annulla"));
+    QAction* discardAction = toolBar->addAction(QIcon(":/icons/tree-pdo-off.svg"), tr("Annulla"));
     discardAction->setObjectName("discardMappingButton");
 
     name_ = new QLineEdit(this);

@@ -9,6 +9,8 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QHeaderView>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,7 +18,6 @@
 #include <QMenuBar>
 #include <QRadioButton>
 #include <QSignalBlocker>
-#include <QStyle>
 #include <QToolBar>
 #include <QTreeWidget>
 
@@ -67,10 +68,10 @@ PdoWindow::PdoWindow(PdoEditor& presenter, UserDialogs& dialogs, QWidget* parent
     auto* toolBar = new QToolBar(this);
     toolBar->setObjectName("pdoToolbar");
     toolBar->setToolButtonStyle(Qt::ToolButtonIconOnly);
-    const QStyle::StandardPixmap icons[] = {
-        QStyle::SP_DialogSaveButton,  QStyle::SP_DialogCancelButton,
-        QStyle::SP_DialogResetButton, QStyle::SP_FileDialogNewFolder,
-        QStyle::SP_TrashIcon,         QStyle::SP_FileDialogDetailedView};
+    // The project's icons: save, the PDO's edits dropped, an empty mapping list, a mapping
+    // added, removed, changed.
+    const char* const icons[] = {"save",         "tree-pdo-off", "new",
+                                 "tree-mapping", "remove-node",  "edit-node"};
     for (std::size_t i = 0; i < std::size(kCommands); ++i) {
         const PdoCommand command = kCommands[i];
         const PdoCommandText text = TextOf(command);
@@ -78,8 +79,9 @@ PdoWindow::PdoWindow(PdoEditor& presenter, UserDialogs& dialogs, QWidget* parent
         QMenu* menu = i < 2 ? pdoMenu : mappingMenu;
         menuEntries_[i] = menu->addAction(caption, this, [this, command] { RunCommand(command); });
         menuEntries_[i]->setObjectName(QString(kCommandNames[i]) + "Menu");
-        buttons_[i] = toolBar->addAction(style()->standardIcon(icons[i]), caption.remove('&'),
-                                         this, [this, command] { RunCommand(command); });
+        buttons_[i] =
+            toolBar->addAction(QIcon(QString(":/icons/%1.svg").arg(icons[i])), caption.remove('&'),
+                               this, [this, command] { RunCommand(command); });
         buttons_[i]->setObjectName(kCommandNames[i]);
         buttons_[i]->setToolTip(ToQt(text.ToolTip));
     }
@@ -127,7 +129,10 @@ PdoWindow::PdoWindow(PdoEditor& presenter, UserDialogs& dialogs, QWidget* parent
     tree_ = new QTreeWidget(this);
     tree_->setObjectName("mappings");
     tree_->setHeaderHidden(true);
-    tree_->setMinimumWidth(tree_->fontMetrics().horizontalAdvance(QString(36, 'x')));
+    // Room for "[6061 sub 0] modes of operation display (8 bit)"; a longer item scrolls.
+    tree_->setMinimumWidth(tree_->fontMetrics().horizontalAdvance(QString(52, 'x')));
+    tree_->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    tree_->header()->setStretchLastSection(false);
     mappingCount_ = new QLabel(this);
     mappingCount_->setObjectName("mappingCount");
 

@@ -76,6 +76,44 @@ TEST_F(AddNodeDialogTest, AnEdsThatCannotBeReadPassesItsErrorAndChangesNothing) 
     EXPECT_TRUE(net == before);
 }
 
+TEST_F(AddNodeDialogTest, TheChosenProductIsDescribedFromItsEds) {
+    // Keys of [DeviceInfo] only, in any case; the values trimmed and read as Windows-1252.
+    app.WriteEds("dev.eds", std::string("[FileInfo]\r\nProductName=File\r\n"
+                                        "[DEVICEINFO]\r\n vendorname = Ditta \xC8 \r\n"
+                                        "ProductName=Motore\r\n") +
+                                kIoEds);
+    app.AddDrive(4);
+    const std::int16_t loaded = app.Ws().Eds.EdsObjectCount();
+    dialog.Open("");
+    EXPECT_EQ(dialog.Description(), std::nullopt);
+    dialog.SelectProduct(0);
+    ASSERT_TRUE(dialog.Description().has_value());
+    EXPECT_EQ(dialog.Description()->Text(),
+              "Costruttore: Ditta \u00C8\nProdotto: Motore\nPDO TX: 0   PDO RX: 1");
+    dialog.SelectProduct(1);
+    EXPECT_EQ(dialog.Description(), (ProductDescription{"", "", 2, 1}));
+    EXPECT_EQ(app.Ws().Eds.EdsObjectCount(), loaded); // the import's table is not touched
+    dialog.SelectProduct(-1);
+    EXPECT_EQ(dialog.Description(), std::nullopt);
+
+    dialog.Open("mod", 4);
+    EXPECT_EQ(dialog.Description(), (ProductDescription{"", "", 2, 1}));
+
+    // A listed EDS that is gone, or one too long to load, is described by nothing.
+    std::string tooLong = "[1000]\n";
+    for (int i = 0; i < 100; ++i) {
+        tooLong += "ParameterName=x\n";
+    }
+    app.WriteEds("long.eds", tooLong + "[FFFF]\n");
+    std::filesystem::remove(app.AppDir() + "/eds/dev.eds"); // still listed
+    dialog.Open("");
+    dialog.SelectProduct(0);
+    EXPECT_EQ(dialog.Description(), std::nullopt);
+    dialog.SelectProduct(2);
+    EXPECT_EQ(dialog.Description(), std::nullopt);
+    EXPECT_TRUE(dialogs.shown.empty());
+}
+
 TEST_F(AddNodeDialogTest, ModifyMovesOrRebuildsTheNode) {
     app.AddDrive(4).PdoAt(0).Settings = {"185", "0", "0", "0", "Fast", "0", 1};
     Node& other = app.AddDrive(9); // configured, using 182: TX 1's default in slot 1

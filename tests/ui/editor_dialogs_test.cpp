@@ -152,6 +152,34 @@ TEST_F(EditorDialogs, TheMappingEditorAddsAMappingToTheTree) {
     EXPECT_EQ(RxPdo().Settings.MappingAt(RxPdo().Settings.MappingCount - 1).ObjectIndex, "6064");
 }
 
+TEST_F(EditorDialogs, ToolbarsShowTheProjectsIcons) {
+    OpenWith({Kind::PdoEditor, 4, 0}, [this](QDialog& dialog) {
+        bool mappingShown = false;
+        QTimer::singleShot(0, [&] {
+            auto* mapping = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(mapping, nullptr);
+            mappingShown = true;
+            for (QAction* action : Find<QToolBar>(*mapping, "mappingToolbar")->actions()) {
+                EXPECT_FALSE(action->icon().pixmap(16).isNull())
+                    << action->objectName().toStdString();
+            }
+            QTest::keyClick(mapping, Qt::Key_Escape);
+        });
+        QList<QAction*> actions = Find<QToolBar>(dialog, "pdoToolbar")->actions();
+        ASSERT_EQ(actions.size(), 6);
+        for (QAction* action : actions) {
+            EXPECT_FALSE(action->icon().pixmap(16).isNull()) << action->objectName().toStdString();
+            EXPECT_FALSE(action->toolTip().isEmpty());
+        }
+        QTreeWidget* tree = Find<QTreeWidget>(dialog, "mappings");
+        ModeUp(dialog, 1);
+        ASSERT_GT(tree->topLevelItemCount(), 0);
+        tree->setCurrentItem(tree->topLevelItem(0)->child(0));
+        Trigger(dialog, "modifyMapping");
+        EXPECT_TRUE(mappingShown);
+    });
+}
+
 TEST_F(EditorDialogs, ParameterFromTheChooserIsSavedByEnterInValore) {
     const bool changed = OpenWith({Kind::NewParameter, 4}, [this](QDialog& dialog) {
         EXPECT_EQ(dialog.windowTitle(), "Aggiungi parametro per ...");

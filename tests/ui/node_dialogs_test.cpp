@@ -47,6 +47,8 @@ TEST_F(NodeDialogs, AddNodeRefusesThroughTheAlertAndCreatesOnOk) {
         EXPECT_TRUE(dialog.isVisible());
 
         ChooseProduct(dialog, "drive");
+        EXPECT_EQ(Find<QLabel>(dialog, "description")->text(),
+                  "Costruttore: \nProdotto: \nPDO TX: 2   PDO RX: 1");
         Type(dialog, "nodeNumber", "502");
         Click(dialog, "ok");
         EXPECT_EQ(LastAlert(), "Numero nodo non valido:|inserire un numero da 1 a 501");

@@ -131,10 +131,13 @@ TEST_F(ChannelDialog, ExportShowsTheTallLayoutAndOkEnablesTheWindow) {
     EXPECT_EQ(window->findChild<QLineEdit*>("time")->text(), "0" + point + "316 (msec)");
     Picture(*window, "channels-tall");
 
-    // 125 kbit/s: four times as long.
+    // 125 kbit/s, reached with the label's access key: four times as long.
     QComboBox* bitRate = window->findChild<QComboBox*>("bitRate");
     EXPECT_EQ(bitRate->currentText(), "500");
-    bitRate->setFocus();
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+    QTest::keyClick(window, Qt::Key_B, Qt::AltModifier);
+    EXPECT_EQ(QApplication::focusWidget(), bitRate);
     QTest::keyClick(bitRate, Qt::Key_Home);
     EXPECT_EQ(bitRate->currentText(), "125");
     EXPECT_EQ(window->findChild<QLineEdit*>("time")->text(), "1" + point + "264 (msec)");
