@@ -4,7 +4,9 @@
 
 #include <QDialog>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QSignalBlocker>
 
 namespace velmora {
 
@@ -21,6 +23,14 @@ void EnableOverParent(QDialog& dialog) {
 
 void ShowRuntimeError(UserDialogs& dialogs, const RuntimeError& error) {
     dialogs.ShowError(error.what());
+}
+
+void ShowText(QLineEdit* field, const std::string& text) {
+    const QSignalBlocker blocker(field);
+    const QString shown = QString::fromStdString(text);
+    if (field->text() != shown) {
+        field->setText(shown);
+    }
 }
 
 std::optional<char32_t> FilteredKey(const QKeyEvent& key, bool withBackspace) {

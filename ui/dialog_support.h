@@ -7,6 +7,7 @@
 #include "model/runtime_error.h"
 
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -14,6 +15,7 @@
 
 class QDialog;
 class QKeyEvent;
+class QLineEdit;
 class QWidget;
 
 namespace velmora {
@@ -45,6 +47,10 @@ void ClearAutoDefault(QWidget* root);
 // A dialog is a child of the window that opened it, and that window is disabled while the
 // dialog is open; a disabled parent would disable the dialog too, so it is enabled on its own.
 void EnableOverParent(QDialog& dialog);
+
+// Shows text in field as the program's value: no signal, and the cursor left alone when the
+// field already holds it.
+void ShowText(QLineEdit* field, const std::string& text);
 
 // The character a key press hands to a field's key filter: a printable character, and
 // Backspace as U'\b' when withBackspace; nullopt for every other key (arrows, Delete, Tab),

@@ -18,16 +18,6 @@
 
 namespace velmora {
 
-namespace {
-void ShowText(QLineEdit* field, const std::string& text) {
-    const QSignalBlocker blocker(field);
-    const QString shown = QString::fromStdString(text);
-    if (field->text() != shown) {
-        field->setText(shown);
-    }
-}
-} // namespace
-
 MappingWindow::MappingWindow(MappingEditor& presenter, UserDialogs& dialogs, QWidget* parent)
     : QDialog(parent), presenter_(presenter), dialogs_(dialogs) {
     setObjectName("mappingWindow");
