@@ -7,14 +7,18 @@
 #include "eds/node_creation.h"
 #include "interfaces/settings_store.h"
 #include "interfaces/text_viewer.h"
+#include "library/product_library.h"
 #include "model/network.h"
 #include "model/transmission_mode.h"
 #include "pdo/cob_id.h"
 #include "presenters/add_node_dialog.h"
 #include "presenters/export_settings_dialog.h"
+#include "presenters/library_insert_dialog.h"
+#include "presenters/library_manager.h"
 #include "presenters/parameter_editor.h"
 #include "presenters/paste_dialog.h"
 #include "presenters/pdo_editor.h"
+#include "presenters/save_to_library_dialog.h"
 #include "presenters/timeout_dialog.h"
 #include "session/export_commands.h"
 #include "session/workspace.h"
@@ -23,6 +27,8 @@
 #include "ui/channel_window.h"
 #include "ui/dialog_launcher.h"
 #include "ui/export_settings_window.h"
+#include "ui/library_insert_window.h"
+#include "ui/library_manager_window.h"
 #include "ui/main_window.h"
 #include "ui/mapping_window.h"
 #include "ui/network_tree_model.h"
@@ -31,12 +37,14 @@
 #include "ui/pdo_window.h"
 #include "ui/qt_user_dialogs.h"
 #include "ui/qt_viewers.h"
+#include "ui/save_to_library_window.h"
 #include "ui/timeout_window.h"
 
 #include <iostream>
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QTemporaryDir>
@@ -170,6 +178,58 @@ bool SaveDialogs(velmora::Workspace& workspace, velmora::UserDialogs& dialogs,
     return ok;
 }
 
+// The three library dialogs over a scratch application folder: the example EDS files copied
+// into it and a library of the network's nodes, so that the real folder stays as it is.
+bool SaveLibraryDialogs(velmora::Workspace& workspace, velmora::NetworkTree& tree,
+                        velmora::UserDialogs& dialogs, velmora::AlertDialog& alerts, int slot,
+                        QWidget& window, const QDir& out) {
+    using namespace velmora;
+    const QTemporaryDir scratch;
+    const QDir scratchDir(scratch.path());
+    const QDir eds(QString::fromStdString(workspace.EdsDirectory()));
+    scratchDir.mkpath("eds");
+    for (const QString& file : eds.entryList(QDir::Files)) {
+        QFile::copy(eds.filePath(file), scratchDir.filePath("eds/" + file));
+    }
+    const std::string appDirectory = workspace.AppDirectory;
+    workspace.AppDirectory = scratch.path().toStdString();
+    const ProductLibrary library(LibraryDirectory(workspace.AppDirectory));
+    for (int s = 0; s <= kLastSlot; ++s) {
+        const Node& node = workspace.Net.NodeAt(s);
+        if (node.InUse != 0) {
+            const char* category = node.EdsName == "Drive402" ? "Azionamenti" : "Periferiche";
+            library.Save(category, node.EdsName, node, true);
+        }
+    }
+    library.Save("Azionamenti", "Asse X", workspace.Net.NodeAt(slot), true);
+
+    bool ok = true;
+    {
+        SaveToLibraryDialog presenter(workspace, dialogs);
+        presenter.Open(slot);
+        SaveToLibraryWindow dialog(presenter, dialogs, &window);
+        ok = SaveDialog(dialog, out.filePath("dialog-library-save.png")) && ok;
+    }
+    {
+        LibraryInsertDialog presenter(workspace, tree, alerts, dialogs);
+        presenter.Open();
+        presenter.Select(0, 0);
+        presenter.NumberText() = "20";
+        presenter.CopiesText() = "2";
+        presenter.Add();
+        LibraryInsertWindow dialog(presenter, dialogs, &window);
+        ok = SaveDialog(dialog, out.filePath("dialog-library-insert.png")) && ok;
+    }
+    {
+        LibraryManager presenter(workspace, dialogs);
+        presenter.Refresh();
+        LibraryManagerWindow dialog(presenter, dialogs, &window);
+        ok = SaveDialog(dialog, out.filePath("dialog-library-manager.png")) && ok;
+    }
+    workspace.AppDirectory = appDirectory;
+    return ok;
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -238,6 +298,9 @@ int main(int argc, char* argv[]) {
     }
     if (dialogSlot >= 0) {
         ok = SaveDialogs(workspace, dialogs, alerts, help, dialogSlot, window, out) && ok;
+        ok = SaveLibraryDialogs(workspace, commands.Tree(), dialogs, alerts, dialogSlot, window,
+                                out) &&
+             ok;
     }
 
     // The question on closing, with Qt's own Italian buttons.
