@@ -80,4 +80,18 @@ auto Attempt(UserDialogs& dialogs, Action&& action) -> std::optional<decltype(ac
     }
 }
 
+// Whether a key press on an Index field is swallowed. Only printable characters meet filter
+// (a call returning whether the character is accepted): Backspace, Delete and the arrows edit
+// the field as usual in either base. A refused character, or one whose filter failed with a
+// run-time error (shown), is swallowed.
+template <typename Filter>
+bool SwallowIndexKey(const QKeyEvent& key, UserDialogs& dialogs, Filter&& filter) {
+    const auto typed = FilteredKey(key, false);
+    if (!typed) {
+        return false;
+    }
+    const auto accepted = Attempt(dialogs, [&] { return filter(*typed); });
+    return accepted.has_value() && !*accepted;
+}
+
 } // namespace velmora

@@ -23,16 +23,10 @@ LibraryInsertWindow::LibraryInsertWindow(LibraryInsertDialog& presenter, UserDia
     setWindowTitle(ToQt(LibraryInsertTexts::Title));
     setWindowIcon(QIcon(":/icons/add-from-library.svg"));
 
-    library_ = new QTreeWidget(this);
-    library_->setObjectName("library");
-    library_->setHeaderHidden(true);
-    library_->setMinimumSize(220, 240);
+    library_ = CreateLibraryTree(this, {220, 240});
     auto* libraryLabel = new QLabel(tr("&Libreria:"), this);
     libraryLabel->setBuddy(library_);
-    problems_ = new QLabel(this);
-    problems_->setObjectName("problems");
-    problems_->setWordWrap(true);
-    problems_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    problems_ = CreateProblemsLabel(this);
 
     details_ = new QLabel(this);
     details_->setObjectName("details");
@@ -126,9 +120,7 @@ void LibraryInsertWindow::ShowLibrary() {
         const QSignalBlocker blocker(library_);
         velmora::ShowLibrary(*library_, presenter_.Library());
     }
-    const QString problems = LibraryProblemsText(presenter_.Library());
-    problems_->setText(problems);
-    problems_->setVisible(!problems.isEmpty());
+    ShowProblems(*problems_, presenter_.Library());
     Refresh();
 }
 

@@ -47,16 +47,10 @@ LibraryManagerWindow::LibraryManagerWindow(LibraryManager& presenter, UserDialog
     setWindowTitle(ToQt(LibraryManagerTexts::Title));
     setWindowIcon(QIcon(":/icons/edit-library.svg"));
 
-    library_ = new QTreeWidget(this);
-    library_->setObjectName("library");
-    library_->setHeaderHidden(true);
-    library_->setMinimumSize(240, 260);
+    library_ = CreateLibraryTree(this, {240, 260});
     auto* libraryLabel = new QLabel(tr("&Libreria:"), this);
     libraryLabel->setBuddy(library_);
-    problems_ = new QLabel(this);
-    problems_->setObjectName("problems");
-    problems_->setWordWrap(true);
-    problems_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    problems_ = CreateProblemsLabel(this);
 
     name_ = new QLineEdit(this);
     name_->setObjectName("name");
@@ -146,9 +140,7 @@ void LibraryManagerWindow::ShowLibrary() {
         }
         target_->setCurrentIndex(std::max(0, target_->findText(target, Qt::MatchExactly)));
     }
-    const QString problems = LibraryProblemsText(listing);
-    problems_->setText(problems);
-    problems_->setVisible(!problems.isEmpty());
+    ShowProblems(*problems_, listing);
     UpdateButtons();
 }
 

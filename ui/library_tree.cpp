@@ -4,6 +4,7 @@
 #include "library/product_library.h"
 
 #include <QIcon>
+#include <QLabel>
 #include <QTreeWidget>
 
 namespace velmora {
@@ -67,6 +68,28 @@ QString LibraryProblemsText(const LibraryListing& listing) {
         text += "\n" + ToQt(problem);
     }
     return text;
+}
+
+QTreeWidget* CreateLibraryTree(QWidget* parent, QSize minimum) {
+    auto* tree = new QTreeWidget(parent);
+    tree->setObjectName("library");
+    tree->setHeaderHidden(true);
+    tree->setMinimumSize(minimum);
+    return tree;
+}
+
+QLabel* CreateProblemsLabel(QWidget* parent) {
+    auto* label = new QLabel(parent);
+    label->setObjectName("problems");
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return label;
+}
+
+void ShowProblems(QLabel& label, const LibraryListing& listing) {
+    const QString problems = LibraryProblemsText(listing);
+    label.setText(problems);
+    label.setVisible(!problems.isEmpty());
 }
 
 } // namespace velmora

@@ -163,14 +163,8 @@ void MappingWindow::reject() {
 
 bool MappingWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == index_ && event->type() == QEvent::KeyPress) {
-        // Only printable characters meet the Index filter: Backspace, Delete and the arrows
-        // edit the field as usual in either base.
-        const auto typed = FilteredKey(*static_cast<QKeyEvent*>(event), false);
-        if (!typed) {
-            return false;
-        }
-        const auto accepted = Attempt(dialogs_, [&] { return presenter_.TypeIndexKey(*typed); });
-        return accepted.has_value() && !*accepted;
+        return SwallowIndexKey(*static_cast<QKeyEvent*>(event), dialogs_,
+                               [&](char32_t typed) { return presenter_.TypeIndexKey(typed); });
     }
     return QDialog::eventFilter(watched, event);
 }
