@@ -1,6 +1,6 @@
 // The PDO editor and the mapping editor it opens, driven through their widgets.
 
-#include "dialog_harness.h"
+#include "pdo_editor_harness.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -15,27 +15,8 @@ namespace {
 
 using Kind = DialogRequest::Kind;
 
-class EditorDialogs : public DialogHarness {
+class EditorDialogs : public PdoEditorHarness {
 protected:
-    EditorDialogs() { app_.AddDrive(4); } // node 5: TX PDOs at entries 0 and 1, RX at 2
-
-    Pdo& RxPdo() { return app_.Ws().Net.NodeAt(4).PdoAt(2); }
-
-    // Chooses a mode with the keyboard, as the user does: from "Non configurato" (the last
-    // entry) Up moves to "Fast".
-    static void ModeUp(QDialog& dialog, int steps) {
-        QComboBox* mode = Find<QComboBox>(dialog, "mode");
-        mode->setFocus();
-        for (int i = 0; i < steps; ++i) {
-            QTest::keyClick(mode, Qt::Key_Up);
-        }
-    }
-    static void Trigger(QDialog& dialog, const char* command) {
-        QAction* action = Find<QAction>(dialog, command);
-        ASSERT_TRUE(action->isEnabled()) << command;
-        QToolBar* bar = Find<QToolBar>(dialog, "pdoToolbar");
-        QTest::mouseClick(bar->widgetForAction(action), Qt::LeftButton);
-    }
     static QStringList TreeItems(QDialog& dialog) {
         QStringList items;
         QTreeWidget* tree = Find<QTreeWidget>(dialog, "mappings");

@@ -3,7 +3,7 @@
 // mapping editor's window hands the PDO editor back, and the two modes without a COB-ID
 // of their own show as they are.
 
-#include "dialog_harness.h"
+#include "pdo_editor_harness.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -17,26 +17,8 @@ namespace {
 
 using Kind = DialogRequest::Kind;
 
-class EditorWaysOut : public DialogHarness {
+class EditorWaysOut : public PdoEditorHarness {
 protected:
-    EditorWaysOut() { app_.AddDrive(4); } // node 5: TX PDOs at entries 0 and 1, RX at 2
-
-    Pdo& RxPdo() { return app_.Ws().Net.NodeAt(4).PdoAt(2); }
-
-    // From "Non configurato" (the last entry) Up moves to Fast, Slow, Manuale, Disabilitato.
-    static void ModeUp(QDialog& dialog, int steps) {
-        QComboBox* mode = Find<QComboBox>(dialog, "mode");
-        mode->setFocus();
-        for (int i = 0; i < steps; ++i) {
-            QTest::keyClick(mode, Qt::Key_Up);
-        }
-    }
-    static void Trigger(QDialog& dialog, const char* command) {
-        QAction* action = Find<QAction>(dialog, command);
-        ASSERT_TRUE(action->isEnabled()) << command;
-        QTest::mouseClick(Find<QToolBar>(dialog, "pdoToolbar")->widgetForAction(action),
-                          Qt::LeftButton);
-    }
     // Types text over the COB-ID and leaves the field with Tab.
     static void EnterCobId(QDialog& dialog, const char* text) {
         // Focus moves, and leaves the field, only inside the active window.
