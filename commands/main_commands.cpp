@@ -25,10 +25,6 @@ constexpr int kNodeButtons[] = {ToolbarPosition::ModifyNode, ToolbarPosition::Re
                                 ToolbarPosition::SelectNode, ToolbarPosition::ReplicateNode,
                                 ToolbarPosition::ExportToLibrary};
 
-std::string PdoName(const Pdo& pdo) {
-    return "pdo_" + pdo.Direction + std::to_string(pdo.PdoNumber + 1);
-}
-
 } // namespace
 
 MainCommands::MainCommands(Workspace& workspace, UserDialogs& dialogs, AlertDialog& alerts,

@@ -6,6 +6,10 @@
 
 namespace velmora {
 
+std::string PdoName(const Pdo& pdo) {
+    return "pdo_" + pdo.Direction + std::to_string(pdo.PdoNumber + 1);
+}
+
 PdoMapping& PdoSettings::MappingAt(int k) {
     CheckIndex(k, 0, kLastMapping, "Mappatura");
     return Mappings[static_cast<std::size_t>(k)];

@@ -79,6 +79,10 @@ struct Pdo {
     bool operator==(const Pdo&) const = default;
 };
 
+// The PDO's name as the tree, the PDO editor and the information panel show it: "pdo_", the
+// direction and the 1-based number within it ("pdo_TX1").
+std::string PdoName(const Pdo& pdo);
+
 struct NodeParameter {
     std::string Name;
     std::string ObjectIndex;

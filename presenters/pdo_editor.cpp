@@ -99,7 +99,7 @@ PdoEditor::PdoEditor(Workspace& workspace, AlertDialog& alerts, UserDialogs& dia
                  flags.Rtr != 0};
     cobEntry_.CobIdSwitch = switches_[0];
     defaultCobId_ = pdo.DefaultCobId;
-    pdoDescription_ = "pdo_" + pdo.Direction + DecimalText(pdo.PdoNumber + 1);
+    pdoDescription_ = PdoName(pdo);
     productDescription_ = node.EdsName + " (" + DecimalText(slot + 1) + ")";
 
     const bool unconfigured = TransmissionMode::IsNotConfigured(working_.Mode);

@@ -262,9 +262,7 @@ void NetworkTree::AddPdoItems(int nodeItem, int slot, const Node& node) {
         text_ += '@';
         AppendNumber(text_, slot);
         StartCaption(item);
-        text_ += kPdoCaptionMark;
-        text_ += pdo.Direction;
-        AppendNumber(text_, pdo.PdoNumber + 1);
+        text_ += PdoName(pdo);
         text_ += " (";
         text_ += pdo.Settings.Mode;
         text_ += ')';
